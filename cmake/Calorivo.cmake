@@ -1,0 +1,78 @@
+# The rules that every target of this project is built by.
+
+find_package(Threads REQUIRED)
+
+find_program(CALORIVO_CCACHE ccache)
+if(CALORIVO_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CALORIVO_CCACHE})
+endif()
+
+add_library(calorivo_options INTERFACE)
+target_compile_features(calorivo_options INTERFACE cxx_std_20)
+target_include_directories(calorivo_options INTERFACE ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(
+    calorivo_options
+    INTERFACE -Wall
+              -Wextra
+              -Wpedantic
+              -Werror
+              -Wshadow
+              -Wconversion
+              -Wsign-conversion
+              -Wold-style-cast
+              -Wcast-qual
+              -Wformat=2
+              -Wnon-virtual-dtor
+              -Woverloaded-virtual
+              -Wimplicit-fallthrough)
+set_property(GLOBAL PROPERTY USE_FOLDERS ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+if(CALORIVO_SANITIZE)
+    target_compile_options(calorivo_options INTERFACE -fsanitize=${CALORIVO_SANITIZE} -fno-sanitize-recover=all
+                                                      -fno-omit-frame-pointer)
+    target_link_options(calorivo_options INTERFACE -fsanitize=${CALORIVO_SANITIZE})
+endif()
+
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    target_compile_options(calorivo_options INTERFACE -ffunction-sections -fdata-sections)
+    target_link_options(calorivo_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+endif()
+
+# calorivo_library(FOLDER [DEPENDS OTHER-FOLDERS...]): the library of src/FOLDER, all its .cpp files, linked to the
+# folders it may include. The target is named for the folder: platform/std gives calorivo_platform_std.
+function(calorivo_library folder)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "DEPENDS")
+    string(REPLACE "/" "_" name calorivo_${folder})
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
+    if(sources)
+        add_library(${name} STATIC ${sources})
+        set(visibility PUBLIC)
+    else()
+        add_library(${name} INTERFACE)  # headers only
+        set(visibility INTERFACE)
+    endif()
+    target_link_libraries(${name} ${visibility} calorivo_options Threads::Threads)
+    foreach(other IN LISTS ARG_DEPENDS)
+        string(REPLACE "/" "_" otherName calorivo_${other})
+        target_link_libraries(${name} ${visibility} ${otherName})
+    endforeach()
+endfunction()
+
+# calorivo_tests(FOLDER LIBRARIES...): the test program of tests/FOLDER, all its *Test.cpp files.
+function(calorivo_tests folder)
+    string(REPLACE "/" "_" name calorivo_${folder}_tests)
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*Test.cpp)
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE calorivo_test_support ${ARGN} GTest::gmock_main)
+    gtest_discover_tests(
+        ${name}
+        TEST_PREFIX "${folder}: "
+        DISCOVERY_TIMEOUT 60
+        PROPERTIES ENVIRONMENT "TZ=UTC;LC_ALL=C.UTF-8")
+endfunction()

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/ModelTable.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace calorivo {
+
+/// The tables that could be read, in the order of their files' names, and what is wrong with the others, one
+/// line each: "FILE: entry 3 (key "TC0"): reason".
+struct ModelTableFiles {
+    std::vector<ModelTable> tables;
+    std::vector<std::string> problems;
+};
+
+/// Reads every *.json file of the folder. A file that is broken in any way gives no table and one problem; a
+/// folder that is absent gives nothing. With `onlyIdentifier` given, files in which that text does not occur
+/// are passed over unread: the quick way for a program that needs one machine's table. `areas` are the names
+/// that an entry's area may have.
+[[nodiscard]] ModelTableFiles readModelTables(const std::string& folder,
+                                              std::span<const std::string_view> areas,
+                                              std::string_view onlyIdentifier = {});
+
+/// One table from the text of a file; a problem, beginning with `fileName`, when it is not valid.
+[[nodiscard]] ModelTableFiles parseModelTable(std::string_view text, const std::string& fileName,
+                                              std::span<const std::string_view> areas);
+
+}  // namespace calorivo

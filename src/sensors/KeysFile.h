@@ -1,0 +1,37 @@
+#pragma once
+
+#include "sensors/SensorKey.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace calorivo {
+
+/// One temperature of a keys file, in whole degrees Celsius.
+struct KeysFileEntry {
+    SensorKey key;
+    int temperature;
+    friend bool operator==(const KeysFileEntry&, const KeysFileEntry&) = default;
+};
+
+/// A line that looks like a temperature but could not be used as it stands.
+struct KeysFileProblem {
+    std::size_t line;
+    std::string reason;
+    friend bool operator==(const KeysFileProblem&, const KeysFileProblem&) = default;
+};
+
+struct KeysFile {
+    std::vector<KeysFileEntry> entries;
+    std::vector<KeysFileProblem> problems;
+};
+
+/// Reads the temperature lines of a dump of values. Every other line is passed over.
+[[nodiscard]] KeysFile parseKeysFile(std::string_view text);
+
+/// A keys file longer than this is not read.
+inline constexpr std::size_t keysFileLimit = std::size_t{4} * 1024 * 1024;
+
+}  // namespace calorivo

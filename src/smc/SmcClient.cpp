@@ -1,0 +1,148 @@
+#include "smc/SmcClient.h"
+
+#include "platform/Format.h"
+
+namespace calorivo {
+
+namespace {
+
+/// The module's only state.
+struct Connection {
+    IOKit* ioKit = nullptr;
+    io_connect_t handle = 0;
+    std::FILE* output = nullptr;
+};
+Connection SmcConnection;
+
+template <typename... Arguments>
+int failedToOpen(std::string_view message, const Arguments&... arguments) {
+    const std::string line = format(message, arguments...);
+    std::fwrite(line.data(), 1, line.size(), smcOutput());
+    return 1;
+}
+
+std::array<char, 5> unpacked(std::uint32_t code) {
+    return {static_cast<char>(code >> 24), static_cast<char>(code >> 16), static_cast<char>(code >> 8),
+            static_cast<char>(code), '\0'};
+}
+
+SMCKeyData request(SmcCommand command) {
+    SMCKeyData record{};
+    record.data8 = static_cast<std::uint8_t>(command);
+    return record;
+}
+
+}  // namespace
+
+void smcSetIOKit(IOKit* ioKit) {
+    SmcConnection.ioKit = ioKit;
+    SmcConnection.handle = 0;
+}
+
+void smcSetOutput(std::FILE* output) { SmcConnection.output = output; }
+
+std::FILE* smcOutput() { return SmcConnection.output != nullptr ? SmcConnection.output : stdout; }
+
+int smcOpen() {
+    IOKit* const ioKit = SmcConnection.ioKit;
+    if (ioKit == nullptr) return failedToOpen("Error: no SMC found\n");
+
+    mach_port_t masterPort = 0;
+    kern_return_t result = ioKit->IOMasterPort(0, masterPort);
+    if (result != io_return::success) return failedToOpen("Error: IOMasterPort() = %08x\n", result);
+
+    io_iterator_t services = 0;
+    result = ioKit->IOServiceGetMatchingServices(masterPort, ioKit->IOServiceMatching("AppleSMC"), services);
+    if (result != io_return::success)
+        return failedToOpen("Error: IOServiceGetMatchingServices() = %08x\n", result);
+
+    const io_object_t service = ioKit->IOIteratorNext(services);
+    ioKit->IOObjectRelease(services);
+    if (service == 0) return failedToOpen("Error: no SMC found\n");
+
+    result = ioKit->IOServiceOpen(service, ioKit->machTaskSelf(), 0, SmcConnection.handle);
+    ioKit->IOObjectRelease(service);
+    if (result != io_return::success) return failedToOpen("Error: IOServiceOpen() = %08x\n", result);
+    return 0;
+}
+
+kern_return_t smcClose() {
+    if (SmcConnection.ioKit == nullptr) return io_return::notOpen;
+    const kern_return_t result = SmcConnection.ioKit->IOServiceClose(SmcConnection.handle);
+    SmcConnection.handle = 0;
+    return result;
+}
+
+kern_return_t smcCall(std::uint32_t selector, const SMCKeyData& input, SMCKeyData& output) {
+    if (SmcConnection.ioKit == nullptr) return io_return::notOpen;
+    std::size_t outputSize = sizeof output;
+    return SmcConnection.ioKit->IOConnectCallStructMethod(SmcConnection.handle, selector, &input,
+                                                          sizeof input, &output, outputSize);
+}
+
+kern_return_t smcReadKey(std::string_view key, SmcValue& value) {
+    SMCKeyData input = request(SmcCommand::readKeyInformation);
+    SMCKeyData output{};
+    value = {};
+
+    input.key = smcKeyFromString(key, 4, 16);
+    kern_return_t result = smcCall(smcStructMethodSelector, input, output);
+    if (result != io_return::success) return result;
+    const std::uint32_t dataSize = output.keyInfo.dataSize;
+    const std::uint32_t dataType = output.keyInfo.dataType;
+
+    input.keyInfo.dataSize = dataSize;
+    input.data8 = static_cast<std::uint8_t>(SmcCommand::readBytes);
+    result = smcCall(smcStructMethodSelector, input, output);
+    if (result != io_return::success) return result;
+
+    // The key is copied, never used as a format: it may come from the hardware.
+    key.copy(value.key.data(), 4);
+    value.dataSize = dataSize;
+    value.dataType = unpacked(dataType);
+    value.bytes = output.bytes;
+    return io_return::success;
+}
+
+kern_return_t smcReadKeyByIndex(std::uint32_t index, std::uint32_t& key) {
+    SMCKeyData input = request(SmcCommand::readKeyByIndex);
+    SMCKeyData output{};
+    input.data32 = index;
+    const kern_return_t result = smcCall(smcStructMethodSelector, input, output);
+    if (result == io_return::success) key = output.key;
+    return result;
+}
+
+void smcWriteKey(const SmcValue& value) {
+    const std::string_view key(value.key.data());
+    SmcValue present;
+    if (smcReadKey(key, present) != io_return::success || present.dataSize != value.dataSize) return;
+
+    SMCKeyData input = request(SmcCommand::writeBytes);
+    SMCKeyData output{};
+    input.key = smcKeyFromString(key, 4, 16);
+    input.keyInfo.dataSize = value.dataSize;
+    input.bytes = value.bytes;
+    smcCall(smcStructMethodSelector, input, output);
+}
+
+std::uint32_t smcKeyFromString(std::string_view text, int size, int base) {
+    std::uint32_t key = 0;
+    for (int position = 0; position < size; ++position) {
+        const auto at = static_cast<std::size_t>(position);
+        const char character = at < text.size() ? text[at] : '\0';
+        const std::uint32_t code = base == 16
+                                       ? static_cast<std::uint32_t>(static_cast<signed char>(character))
+                                       : static_cast<std::uint32_t>(static_cast<unsigned char>(character));
+        const int shift = 8 * (size - 1 - position);
+        if (shift < 32) key += code << shift;
+    }
+    return key;
+}
+
+std::string smcKeyToString(std::uint32_t key) {
+    const std::array<char, 5> text = unpacked(key);
+    return {text.data()};
+}
+
+}  // namespace calorivo
