@@ -24,7 +24,7 @@ class KeyList {
         ++occurrences_[key];
     }
     void append(const KeyList& others) {
-        for (const SensorKey key : others) append(key);
+        for (const SensorKey key : others.keys_) append(key);
     }
     /// Replaces the contents.
     void assign(std::vector<SensorKey> keys) {
