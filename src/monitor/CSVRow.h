@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/Dispatch.h"
+#include "platform/Format.h"
 
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace calorivo {
 
@@ -20,6 +22,12 @@ class CSVRow {
     void append(std::string_view field) {
         const std::lock_guard lock(mutex_);
         text_.append(field);
+    }
+    /// Appends the pattern, filled as `format` fills it.
+    template <typename... Arguments>
+    void appendFormat(std::string_view pattern, const Arguments&... arguments) {
+        const std::lock_guard lock(mutex_);
+        calorivo::appendFormat(text_, pattern, {FormatArgument(arguments)...});
     }
     void assign(std::string_view text) {
         const std::lock_guard lock(mutex_);
@@ -41,6 +49,7 @@ class CSVRow {
 };
 
 /// The date and time fields of a row, each with its comma, both of the same moment in the local time zone.
+/// Any thread.
 [[nodiscard]] std::string createCSVRowPrefix(WallTime time);
 
 }  // namespace calorivo
