@@ -7,11 +7,12 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace calorivo {
 
 /// Reads temperatures, live and from a cache of the last readings, and turns them into the user's unit.
-/// Degrees Celsius inside; an unreadable sensor reads 0.0. Main thread.
+/// Degrees Celsius inside; an unreadable sensor reads 0.0. Main thread; the conversions from any thread.
 class TemperatureReader {
   public:
     /// The arguments must outlive this object. `retainingGPUModel` is the one model on which a powered-down
@@ -40,6 +41,11 @@ class TemperatureReader {
     }
 
   private:
+    [[nodiscard]] double valueFromKeysFile(SensorKey key) const;
+    [[nodiscard]] double valueFromSMC(SensorKey key) const;
+    /// The reading, or the last one where the discrete GPU is switched off and the reading is implausible.
+    [[nodiscard]] double retained(SensorKey key, double celsius) const;
+
     const SensorLists& lists_;
     const Preferences& preferences_;
     const GPUState& gpu_;
