@@ -25,7 +25,8 @@ struct Averages {
     Property<std::string> ambientTempAsString;
 };
 
-/// The parts that a check works on; all must outlive it.
+/// The parts that a check works on. All must outlive it but the check queue, which is to be destroyed first,
+/// or to have nothing left to run: its blocks refer to the cycle.
 struct CheckCycleParts {
     Dispatch& dispatch;
     Queue& checkQueue;
@@ -41,10 +42,13 @@ struct CheckCycleParts {
 
 /// The pulse of the program: on every tick it reads every sensor, keeps maxima and averages, raises alerts
 /// and builds one row of the log; then, on the check queue, it reads the drives and has the display
-/// refreshed. Main thread, except where a step says otherwise.
+/// refreshed. Without logging and alerts a check allocates nothing. Main thread, except where a step says
+/// otherwise.
 class CheckCycle {
   public:
     explicit CheckCycle(const CheckCycleParts& parts) : parts_(parts) {}
+    CheckCycle(const CheckCycle&) = delete;
+    CheckCycle& operator=(const CheckCycle&) = delete;
 
     /// Replaces the timer by one of the present period and runs a check at once.
     void restartAndFireCheckTimer();
@@ -53,20 +57,39 @@ class CheckCycle {
     void setUpdateIntervalSecs(std::int32_t seconds);
     /// One check.
     void checkTimerFired();
-    /// Clears the recorded maxima.
+    /// Clears the recorded maxima; the next check raises them again.
     void resetMaxTempsClicked();
 
   private:
-    struct Sums;
-    void checkSensor(SensorKey key, Sums& sums);
-    void publishAverages(double all, double cpu);
-    void logFans();
-    void finishOnCheckQueue(const std::shared_ptr<CSVRow>& row, bool wasLogging);
-    void appendField(double celsius, bool isAlert);
+    /// What one check carries from step to step.
+    struct Pass;
+
+    void checkSensor(SensorKey key, Pass& pass);
+    [[nodiscard]] double readSensor(SensorKey key, bool isGPU);
+    void showInCell(SensorKey key, double celsius);
+    void logSensor(double celsius, bool isOverLimit, Pass& pass);
+    void alertAverage(double average);
+    void publishAverages(double average, double cpuAverage);
+    void logAverages(double average, double cpuAverage, Pass& pass);
+    void logFans(Pass& pass);
+    void submitSecondHalf(Pass& pass);
+    /// Check queue. `row` is null when the first half was not logged.
+    void runSecondHalf(const std::shared_ptr<CSVRow>& row);
+    /// Check queue.
+    void logDrives(CSVRow& row);
+    void refreshDisplay();
+
+    [[nodiscard]] bool isLogging() const;
+    [[nodiscard]] bool isLoggingTemperatures() const;
+    /// The row of this check, begun when it is first asked for.
+    CSVRow& row(Pass& pass);
+    /// Any queue.
+    void handOver(const std::shared_ptr<CSVRow>& row);
 
     CheckCycleParts parts_;
     std::unique_ptr<Timer> checkTimer_;
-    std::shared_ptr<CSVRow> row_;
+    /// The row of the last check that was logged: used again when nobody else holds it any more.
+    std::shared_ptr<CSVRow> lastRow_;
 };
 
 }  // namespace calorivo
