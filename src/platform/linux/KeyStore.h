@@ -27,6 +27,9 @@ class KeyStore {
     /// Remembers a new pair. Neither key nor identity may be known yet.
     void assign(std::string key, std::string identity);
 
+    /// Keeps a key from being given to anybody; not saved.
+    void reserve(std::string key);
+
     [[nodiscard]] const std::vector<std::string>& problems() const { return problems_; }
 
   private:

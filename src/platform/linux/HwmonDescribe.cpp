@@ -1,0 +1,149 @@
+#include "platform/linux/HwmonScan.h"
+#include "platform/linux/Sysfs.h"
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <optional>
+
+namespace calorivo {
+
+namespace {
+
+/// "temp12_label" as its parts: temp, 12, label.
+struct AttributeName {
+    HwmonChannel::Kind kind;
+    int number;
+    std::string_view suffix;
+};
+
+std::optional<AttributeName> parseAttributeName(std::string_view name) {
+    HwmonChannel::Kind kind{};
+    if (name.starts_with("temp")) {
+        kind = HwmonChannel::Kind::temperature;
+        name.remove_prefix(4);
+    } else if (name.starts_with("fan")) {
+        kind = HwmonChannel::Kind::fan;
+        name.remove_prefix(3);
+    } else {
+        return std::nullopt;
+    }
+    int number = 0;
+    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
+    if (error != std::errc() || number < 0 || end == name.data() + name.size() || *end != '_')
+        return std::nullopt;
+    return AttributeName{kind, number, name.substr(static_cast<std::size_t>(end - name.data()) + 1)};
+}
+
+/// The channels that these files make up. Labels only are read: they are constants, even of a chip that
+/// sleeps.
+std::vector<HwmonChannel> channelsOf(const std::vector<std::string>& names, int folder) {
+    using Place = std::pair<HwmonChannel::Kind, int>;
+    std::map<Place, std::vector<std::pair<std::string, std::string_view>>> files;
+    for (const std::string& name : names)
+        if (const auto parts = parseAttributeName(name))
+            files[{parts->kind, parts->number}].emplace_back(name, parts->suffix);
+
+    std::vector<HwmonChannel> channels;
+    for (const auto& [place, channelFiles] : files) {
+        const auto isInput = [](const auto& file) { return file.second == "input"; };
+        if (std::none_of(channelFiles.begin(), channelFiles.end(), isInput)) continue;
+        HwmonChannel& channel = channels.emplace_back();
+        channel.kind = place.first;
+        channel.number = place.second;
+        for (const auto& [file, suffix] : channelFiles)
+            if (suffix == "label") channel.label = readAttribute(folder, file.c_str()).value_or("");
+    }
+    return channels;
+}
+
+bool isPciAddress(std::string_view text) {
+    // "0000:01:00.0"
+    return text.size() == 12 && text[4] == ':' && text[7] == ':' && text[10] == '.';
+}
+
+void describePciDevice(HwmonChip& chip, int device) {
+    constexpr std::uint32_t displayClass = 0x03;
+    constexpr std::uint32_t networkClass = 0x02;
+    chip.pciClass = readAttributeHex(device, "class") >> 8;
+    if (chip.pciClass >> 8 == displayClass) {
+        chip.pciVendor = readAttributeHex(device, "vendor");
+        chip.pciDevice = readAttributeHex(device, "device");
+        chip.pciSubvendor = readAttributeHex(device, "subsystem_vendor");
+        chip.pciSubdevice = readAttributeHex(device, "subsystem_device");
+        chip.isBootVGA = readAttributeNumber(device, "boot_vga").value_or(0) == 1;
+        chip.isAsleep = isAsleepStatus(readAttribute(device, "power/runtime_status").value_or(""));
+    } else if (chip.pciClass >> 8 == networkClass) {
+        const FileDescriptor net = openFolderAt(device, "net");
+        if (!net.isOpen()) return;
+        const auto interfaces = namesInFolder(net.get());
+        if (!interfaces.empty()) chip.interfaceName = interfaces.front();
+    }
+}
+
+std::string trimmed(std::string text) {
+    const std::size_t last = text.find_last_not_of(" \t\n");
+    text.resize(last == std::string::npos ? 0 : last + 1);
+    const std::size_t first = text.find_first_not_of(" \t\n");
+    return first == std::string::npos ? std::string() : text.substr(first);
+}
+
+/// A text of the device tree: closed by a NUL.
+std::string deviceTreeText(int folder, const char* name) {
+    std::string text = readAttribute(folder, name).value_or("");
+    text.resize(std::min(text.find('\0'), text.size()));
+    return text;
+}
+
+void describeControllerKeys(HwmonChip& chip, int device) {
+    const FileDescriptor nodes = openFolderAt(device, "of_node");
+    if (!nodes.isOpen()) return;
+    for (const std::string& name : namesInFolder(nodes.get())) {
+        if (!name.starts_with("temperature-")) continue;
+        const FileDescriptor node = openFolderAt(nodes.get(), name.c_str());
+        if (!node.isOpen()) continue;
+        std::string label = deviceTreeText(node.get(), "label");
+        std::string key = deviceTreeText(node.get(), "apple,key-id");
+        if (!label.empty() && key.size() == 4) chip.labelKeys.emplace_back(std::move(label), std::move(key));
+    }
+}
+
+void describeDevice(HwmonChip& chip, const LocatedChip& located, const std::string& sys) {
+    const FileDescriptor device = openFolder(sys + located.rawDevicePath);
+    if (!device.isOpen()) return;
+    const std::string_view last = lastComponent(located.rawDevicePath);
+    if (isPciAddress(last)) {
+        chip.pciAddress = std::string(last);
+        describePciDevice(chip, device.get());
+    } else if (chip.name == "nvme") {
+        chip.driveModel = trimmed(readAttribute(device.get(), "model").value_or(""));
+    } else if (located.rawDevicePath.find("/power_supply/") != std::string::npos) {
+        chip.supplyType = readAttribute(device.get(), "type").value_or("");
+        chip.supplyScope = readAttribute(device.get(), "scope").value_or("");
+    } else if (chip.name == "macsmc_hwmon") {
+        describeControllerKeys(chip, device.get());
+    }
+}
+
+}  // namespace
+
+bool isAsleepStatus(std::string_view status) {
+    // A device in an unknown state is left alone as well. Without power management there is no status.
+    return !status.empty() && status != "active" && status != "unsupported";
+}
+
+DescribedChip describeHwmonChip(const std::string& sys, const LocatedChip& located, int folder) {
+    DescribedChip described;
+    described.files = namesInFolder(folder);
+    HwmonChip& chip = described.chip;
+    chip.name = located.name;
+    chip.devicePath = located.devicePath;
+    chip.folder = sys + located.folder;
+    if (std::binary_search(described.files.begin(), described.files.end(), "label"))
+        chip.label = readAttribute(folder, "label").value_or("");
+    if (!located.rawDevicePath.empty()) describeDevice(chip, located, sys);
+    chip.channels = channelsOf(described.files, folder);
+    return described;
+}
+
+}  // namespace calorivo

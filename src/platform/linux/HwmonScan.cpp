@@ -1,0 +1,121 @@
+#include "platform/linux/HwmonScan.h"
+
+#include "platform/linux/Sysfs.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace calorivo {
+
+namespace {
+
+constexpr std::string_view hwmonClass = "/class/hwmon";
+
+bool isDigits(std::string_view text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+/// Wireless drivers count their chips on with every reload: the number says nothing.
+std::string withoutCounter(std::string name) {
+    const std::size_t digits = name.find_last_not_of("0123456789") + 1;
+    if (digits == name.size() || digits == 0) return name;
+    const std::string_view stem = std::string_view(name).substr(0, digits);
+    if (stem == "iwlwifi_") return "iwlwifi";
+    if (stem.ends_with("_phy")) return std::string(stem);
+    return name;
+}
+
+/// Takes class folders and counting numbers off the end of a device path, as far as they move:
+/// ".../0000:02:00.0/nvme/nvme0" is the drive in that slot, whatever its number is.
+std::string lastingPath(std::string path) {
+    for (const std::string_view moving : {"/hwmon/hwmon", "/nvme/nvme", "/ieee80211/phy"}) {
+        const std::size_t at = path.rfind(moving);
+        if (at != std::string::npos && isDigits(std::string_view(path).substr(at + moving.size())))
+            path.resize(at);
+    }
+    // Zones are numbered in the order in which their drivers came; one chip stands for all zones of a type.
+    if (lastComponent(path).starts_with("thermal_zone")) path.clear();
+    return path;
+}
+
+/// The chip's own folder below the root, its class link followed:
+/// "/devices/platform/coretemp.0/hwmon/hwmon3".
+std::string realChipPath(int classFolder, const std::string& entry) {
+    const auto link = linkTarget(classFolder, entry.c_str());
+    return link ? joinedPath(hwmonClass, *link) : joinedPath(hwmonClass, entry);
+}
+
+std::string devicePathOf(int chipFolder, const std::string& chipPath) {
+    if (const auto link = linkTarget(chipFolder, "device")) return joinedPath(chipPath, *link);
+    // Without the link the place in the tree tells it, where the entry is a real one.
+    if (!chipPath.starts_with("/devices/") || chipPath.starts_with("/devices/virtual/")) return {};
+    const std::string parent = joinedPath(chipPath, "..");
+    return lastComponent(parent) == "hwmon" ? joinedPath(parent, "..") : parent;
+}
+
+std::optional<LocatedChip> locateChip(int classFolder, const std::string& entry) {
+    const FileDescriptor folder = openFolderAt(classFolder, entry.c_str());
+    if (!folder.isOpen()) return std::nullopt;
+    LocatedChip chip;
+    chip.folder = joinedPath(hwmonClass, entry);
+    auto name = readAttribute(folder.get(), "name");
+    if (!name) {
+        // Drivers of the old registration have their files in the device's own folder.
+        name = readAttribute(folder.get(), "device/name");
+        chip.folder += "/device";
+    }
+    if (!name || name->empty()) return std::nullopt;
+    chip.name = withoutCounter(*name);
+    chip.rawDevicePath = devicePathOf(folder.get(), realChipPath(classFolder, entry));
+    chip.devicePath = lastingPath(chip.rawDevicePath);
+    chip.isPathUnique = !chip.devicePath.empty();
+    return chip;
+}
+
+/// Chips that neither device nor name tells apart are counted: "iwlwifi", "iwlwifi#2".
+void numberAlikes(std::vector<LocatedChip>& chips) {
+    std::map<std::pair<std::string, std::string>, int> seen;
+    for (LocatedChip& chip : chips) {
+        if (!chip.isPathUnique) chip.devicePath = chip.name;
+        const int count = ++seen[{chip.devicePath, chip.name}];
+        if (count == 1) continue;
+        chip.devicePath += "#" + std::to_string(count);
+        chip.isPathUnique = false;
+    }
+}
+
+}  // namespace
+
+std::vector<LocatedChip> locateHwmonChips(const std::string& sys) {
+    std::vector<LocatedChip> chips;
+    const FileDescriptor classFolder = openFolder(sys + std::string(hwmonClass));
+    if (!classFolder.isOpen()) return chips;
+    for (const std::string& entry : namesInFolder(classFolder.get()))
+        if (auto chip = locateChip(classFolder.get(), entry)) chips.push_back(std::move(*chip));
+    numberAlikes(chips);
+    std::sort(chips.begin(), chips.end(), [](const LocatedChip& a, const LocatedChip& b) {
+        return std::tie(a.devicePath, a.name, a.folder) < std::tie(b.devicePath, b.name, b.folder);
+    });
+    return chips;
+}
+
+FileDescriptor openLocatedChip(const std::string& sys, const LocatedChip& chip) {
+    // The descriptor pins the folder first; only then is it asked whose it is.
+    const std::string entry(
+        lastComponent(chip.folder.ends_with("/device") ? joinedPath(chip.folder, "..") : chip.folder));
+    const FileDescriptor classFolder = openFolder(sys + std::string(hwmonClass));
+    if (!classFolder.isOpen()) return {};
+    const FileDescriptor own = openFolderAt(classFolder.get(), entry.c_str());
+    if (!own.isOpen()) return {};
+    const bool isInDevice = chip.folder.ends_with("/device");
+    FileDescriptor files = isInDevice ? openFolderAt(own.get(), "device") : openFolderAt(own.get(), ".");
+    if (!files.isOpen()) return {};
+    const auto name = readAttribute(files.get(), "name");
+    if (!name || withoutCounter(*name) != chip.name) return {};
+    if (devicePathOf(own.get(), realChipPath(classFolder.get(), entry)) != chip.rawDevicePath) return {};
+    return files;
+}
+
+}  // namespace calorivo
