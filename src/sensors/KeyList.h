@@ -2,10 +2,10 @@
 
 #include "sensors/SensorKey.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <initializer_list>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace calorivo {
@@ -24,7 +24,7 @@ class KeyList {
         ++occurrences_[key];
     }
     void append(const KeyList& others) {
-        for (const SensorKey key : others) append(key);
+        for (const SensorKey key : others.keys_) append(key);
     }
     /// Replaces the contents.
     void assign(std::vector<SensorKey> keys) {
