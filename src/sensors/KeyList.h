@@ -2,10 +2,10 @@
 
 #include "sensors/SensorKey.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <initializer_list>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace calorivo {
