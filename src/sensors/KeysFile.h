@@ -16,7 +16,8 @@ struct KeysFileEntry {
     friend bool operator==(const KeysFileEntry&, const KeysFileEntry&) = default;
 };
 
-/// A line that looks like a temperature but could not be used as it stands.
+/// A line, counted from 1, that looks like a temperature but could not be used as it stands. Its value counts
+/// as 0, which only GPU sensors may have; without a proper key it is passed over.
 struct KeysFileProblem {
     std::size_t line;
     std::string reason;
@@ -28,7 +29,9 @@ struct KeysFile {
     std::vector<KeysFileProblem> problems;
 };
 
-/// Reads the temperature lines of a dump of values. Every other line is passed over.
+/// Reads the temperature lines of a dump of values, in order: "T" at the front, "[sp78]", and hexadecimal
+/// bytes between "bytes " and ")". Every other line is passed over, and so is a temperature that is not valid
+/// unless it is that of a GPU. Any bytes may be given, in time proportional to their number.
 [[nodiscard]] KeysFile parseKeysFile(std::string_view text);
 
 /// A keys file longer than this is not read.

@@ -33,7 +33,8 @@ struct DiscoverySteps {
     /// Rebuilds the source list; called when the lists are complete.
     std::function<void()> setupSourceList;
     /// Sensors for which the provider knows name and area. Those that the scan kept are taken as they stand,
-    /// and the grouping rules see the other keys only. Without effect where a model table is used.
+    /// and the grouping rules see the other keys only. Without effect where a model table or a keys file is
+    /// used. Those of an area that there is not are left to the grouping rules.
     std::vector<ModelTableEntry> machineSensors;
 };
 
