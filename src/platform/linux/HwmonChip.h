@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace calorivo {
@@ -63,6 +64,13 @@ struct HwmonChip {
     std::vector<HwmonChannel> channels;
     friend bool operator==(const HwmonChip&, const HwmonChip&) = default;
 };
+
+/// The chip's name without a number that its driver hands out anew at each load: "iwlwifi" for "iwlwifi_1".
+[[nodiscard]] std::string steadyName(const HwmonChip& chip);
+/// The device's path, or the steady name where there is none.
+[[nodiscard]] std::string steadyPath(const HwmonChip& chip);
+/// The beginning of the channel's file names: "temp3", "fan1".
+[[nodiscard]] std::string channelName(const HwmonChannel& channel);
 
 /// What makes a channel the same one after a reboot, a renumbering or a reload of its driver:
 /// "/devices/platform/coretemp.0|coretemp|temp2|Core 0".
