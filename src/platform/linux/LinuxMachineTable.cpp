@@ -3,6 +3,7 @@
 #include "platform/linux/Sysfs.h"
 
 #include <algorithm>
+#include <map>
 
 // How the table of keys is built: once, when the machine is opened.
 
@@ -190,11 +191,11 @@ void LinuxSmc::Machine::addNamedChips() {
     problems_.insert(problems_.end(), names.problems.begin(), names.problems.end());
     problems_.insert(problems_.end(), store_.problems().begin(), store_.problems().end());
 
+    std::map<std::string, const NamedChannel*> fans;
     for (const NamedChannel& named : names.channels) {
         const HwmonChannel& channel = chips[named.chip].channels[named.channel];
         if (channel.kind == HwmonChannel::Kind::fan) {
-            // On a Mac the fans are the controller's.
-            if (!isMac_) addFan(named.key[1] - '0', deviceOf[named.chip], channel, named.name);
+            fans.emplace(named.key, &named);
             continue;
         }
         Entry& entry = addEntry(named.key, "sp78", Form::temperature);
@@ -204,6 +205,12 @@ void LinuxSmc::Machine::addNamedChips() {
         ++temperatures_;
         machineSensors_.push_back({named.key, named.name, named.area});
     }
+    if (isMac_) return;  // there the fans are the controller's
+    // Fans are counted without gaps, in the order of their keys: a fan that is gone leaves no empty one
+    // behind.
+    int number = 0;
+    for (const auto& [key, fan] : fans)
+        addFan(number++, deviceOf[fan->chip], chips[fan->chip].channels[fan->channel], fan->name);
 }
 
 void LinuxSmc::Machine::addFan(int number, std::size_t device, const HwmonChannel& channel,

@@ -1,8 +1,10 @@
 #include "platform/linux/PciNames.h"
 
 #include "platform/Format.h"
+#include "platform/linux/FileDescriptor.h"
 #include "platform/linux/SensorText.h"
-#include "platform/linux/SmallFile.h"
+
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
@@ -33,18 +35,49 @@ std::string_view takeLine(std::string_view& text) {
     return line;
 }
 
-/// What follows the vendor's line, up to the end of the text; empty when the vendor is unknown.
-std::string_view afterVendor(std::string_view text, std::string_view vendor) {
-    std::string line = '\n' + std::string(vendor) + "  ";
-    if (text.starts_with(std::string_view(line).substr(1))) {
-        takeLine(text);
-        return text;
+/// A line that begins a vendor, "8086  Intel Corporation", or the list of classes behind the last one, "C 00
+/// ...".
+bool beginsVendor(std::string_view line) {
+    if (line.starts_with("C ")) return true;
+    return line.size() > 6 && line.substr(4, 2) == "  " && line.front() != '\t' && line.front() != '#';
+}
+
+std::size_t nextLine(std::string_view text, std::size_t at) {
+    const std::size_t end = text.find('\n', at);
+    return end == std::string_view::npos ? text.size() : end + 1;
+}
+
+/// Where the first vendor begins whose line begins at `from` or later; the text's size when there is none.
+std::size_t nextVendor(std::string_view text, std::size_t from) {
+    if (from > 0 && text[from - 1] != '\n') from = nextLine(text, from);
+    while (from < text.size() && !beginsVendor(text.substr(from, 16))) from = nextLine(text, from);
+    return from;
+}
+
+/// Where the first vendor begins that is not before this one. Vendors are in ascending order, so half of the
+/// rest falls away at each step: the file has a megabyte, and this is looked up at every start.
+std::size_t firstVendorFrom(std::string_view text, std::string_view vendor) {
+    std::size_t low = 0;
+    std::size_t high = text.size();
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        const std::size_t line = nextVendor(text, middle);
+        const bool isBefore =
+            line < high && !text.substr(line).starts_with("C ") && text.substr(line, 4) < vendor;
+        if (isBefore)
+            low = line + 1;
+        else
+            high = middle;
     }
-    const void* const found = ::memmem(text.data(), text.size(), line.data(), line.size());
-    if (found == nullptr) return {};
-    text.remove_prefix(static_cast<std::size_t>(static_cast<const char*>(found) - text.data()) + 1);
-    takeLine(text);
-    return text;
+    return nextVendor(text, low);
+}
+
+/// The vendor's own lines; empty when the vendor is unknown.
+std::string_view sectionOf(std::string_view text, std::string_view vendor) {
+    const std::size_t begin = firstVendorFrom(text, vendor);
+    std::string_view section = text.substr(begin);
+    if (!takeLine(section).starts_with(std::string(vendor) + "  ")) return {};
+    return section;
 }
 
 /// The text of a line "<prefix>  text"; empty for any other line.
@@ -65,7 +98,7 @@ std::string_view marketingName(std::string_view text) {
 
 std::string_view pciDeviceText(std::string_view text, std::string_view vendor, std::string_view device,
                                std::string_view subsystem) {
-    std::string_view rest = afterVendor(text, vendor);
+    std::string_view rest = sectionOf(text, vendor);
     const std::string devicePrefix = '\t' + std::string(device);
     const std::string subsystemPrefix = "\t\t" + std::string(subsystem);
     std::string_view name;
@@ -88,7 +121,15 @@ std::string_view pciDeviceText(std::string_view text, std::string_view vendor, s
 void PciNames::read() {
     if (isRead_) return;
     isRead_ = true;
-    if (!file_.empty()) text_ = readSmallFile(file_, SymbolicLinks::followed, fileLimit).text;
+    const FileDescriptor file(open(file_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    struct stat status {};
+    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
+    if (status.st_size > static_cast<off_t>(fileLimit)) return;
+    // A megabyte that is about to be overwritten is not cleared first.
+    const auto room = static_cast<std::size_t>(status.st_size);
+    buffer_ = std::make_unique_for_overwrite<char[]>(room);
+    const ssize_t length = pread(file.get(), buffer_.get(), room, 0);
+    if (length > 0) text_ = {buffer_.get(), static_cast<std::size_t>(length)};
 }
 
 std::string PciNames::gpuName(const HwmonChip& chip) {

@@ -2,6 +2,7 @@
 
 #include "platform/linux/HwmonChip.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,8 @@ class PciNames {
 
     std::string file_;
     bool isRead_ = false;
-    std::string text_;
+    std::unique_ptr<char[]> buffer_;
+    std::string_view text_;
 };
 
 /// What the file's text says about a device, by vendor and device in hexadecimal ("1002", "73ff") and, where

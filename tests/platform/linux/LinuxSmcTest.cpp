@@ -182,6 +182,17 @@ TEST_F(DesktopTest, KeysSurviveRenumberingAndNewDevices) {
     EXPECT_EQ(smcTemperature("TC2C"), 20.0);
 }
 
+TEST_F(DesktopTest, AFanThatIsGoneLeavesNoEmptyOneBehind) {
+    const FakeTree state;
+    stateFolder = state.path("calorivo");
+    ASSERT_EQ(open(), 0);
+    ASSERT_EQ(smcFanCount(), 2);
+    tree.remove(board + "/fan2_input");
+    ASSERT_EQ(open(), 0);
+    EXPECT_EQ(smcFanCount(), 1);
+    EXPECT_EQ(smcFanSpeed("F0Ac"), 9120);
+}
+
 TEST_F(DesktopTest, TellsWhereAValueComesFrom) {
     ASSERT_EQ(open(), 0);
     const auto origin = smc->originOf("TC0D");
