@@ -49,11 +49,19 @@ Group averageGroup(const Snapshot& snapshot) {
     return {"Averages", {line("CPU", snapshot.cpuAverage), line("All sensors", snapshot.allAverage)}};
 }
 
+/// A limit of 0 is one that nobody knows: it says nothing.
+std::string limitsOf(const FanModel& fan) {
+    std::string text;
+    if (fan.minRPM != 0) text = format("min %d", fan.minRPM);
+    if (fan.maxRPM != 0) text += format(text.empty() ? "max %d" : ", max %d", fan.maxRPM);
+    return text;
+}
+
 Group fanGroup(const Snapshot& snapshot) {
     Group group{"Fans", {}};
     for (const FanModel& fan : snapshot.fans)
         group.lines.push_back({cleanText(fan.name), fan.actualRPMSensorName, fan.actualRPMAsString,
-                               levelOf(fan), format("min %d, max %d", fan.minRPM, fan.maxRPM)});
+                               levelOf(fan), limitsOf(fan)});
     if (group.lines.size() > 1)
         group.lines.push_back({"Average", {}, snapshot.averageRPMText, Level::normal, {}});
     return group;

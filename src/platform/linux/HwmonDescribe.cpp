@@ -109,18 +109,20 @@ void describeControllerKeys(HwmonChip& chip, int device) {
 }
 
 void describeDevice(HwmonChip& chip, const LocatedChip& located, const std::string& sys) {
+    const std::string_view last = lastComponent(located.rawDevicePath);
+    const bool isSupply = located.rawDevicePath.find("/power_supply/") != std::string::npos;
+    if (!isPciAddress(last) && chip.name != "nvme" && !isSupply && chip.name != "macsmc_hwmon") return;
     const FileDescriptor device = openFolder(sys + located.rawDevicePath);
     if (!device.isOpen()) return;
-    const std::string_view last = lastComponent(located.rawDevicePath);
     if (isPciAddress(last)) {
         chip.pciAddress = std::string(last);
         describePciDevice(chip, device.get());
     } else if (chip.name == "nvme") {
         chip.driveModel = trimmed(readAttribute(device.get(), "model").value_or(""));
-    } else if (located.rawDevicePath.find("/power_supply/") != std::string::npos) {
+    } else if (isSupply) {
         chip.supplyType = readAttribute(device.get(), "type").value_or("");
         chip.supplyScope = readAttribute(device.get(), "scope").value_or("");
-    } else if (chip.name == "macsmc_hwmon") {
+    } else {
         describeControllerKeys(chip, device.get());
     }
 }
@@ -132,7 +134,8 @@ bool isAsleepStatus(std::string_view status) {
     return !status.empty() && status != "active" && status != "unsupported";
 }
 
-DescribedChip describeHwmonChip(const std::string& sys, const LocatedChip& located, int folder) {
+DescribedChip describeHwmonChip(const std::string& sys, const LocatedChip& located) {
+    const int folder = located.files->get();
     DescribedChip described;
     described.files = namesInFolder(folder);
     HwmonChip& chip = described.chip;

@@ -69,9 +69,8 @@ void HwmonDevice::addChannel(const HwmonChannel& channel) {
 }
 
 bool HwmonDevice::describe() {
-    folder_ = openLocatedChip(sys_, located_);
-    if (!folder_.isOpen()) return false;
-    DescribedChip described = describeHwmonChip(sys_, located_, folder_.get());
+    folder_ = located_.files;
+    DescribedChip described = describeHwmonChip(sys_, located_);
     chip_ = std::move(described.chip);
     names_ = std::move(described.files);
     constexpr std::uint32_t displayClass = 0x03;
@@ -98,13 +97,13 @@ void HwmonDevice::firstPassEnded() {
 }
 
 int HwmonDevice::openFile(File& file) {
-    if (!file.descriptor.isOpen()) file.descriptor = openAttribute(folder_.get(), file.name.c_str());
+    if (!file.descriptor.isOpen()) file.descriptor = openAttribute(folder_->get(), file.name.c_str());
     return file.descriptor.get();
 }
 
 bool HwmonDevice::isFaulty(const File& file) const {
     return !file.faultName.empty() &&
-           readAttributeNumber(folder_.get(), file.faultName.c_str()).value_or(0) != 0;
+           readAttributeNumber(folder_->get(), file.faultName.c_str()).value_or(0) != 0;
 }
 
 bool HwmonDevice::beginPass() {
@@ -146,7 +145,7 @@ void HwmonDevice::readItem(std::size_t item, const Reading& last, Reading& readi
 
 /// A driver may say "no such device" of one sensor as well: the chip is gone only when its folder is.
 void HwmonDevice::loseIfGone() {
-    if (faccessat(folder_.get(), "name", F_OK, 0) == 0) return;
+    if (faccessat(folder_->get(), "name", F_OK, 0) == 0) return;
     isLost_ = true;
     nextSearch_ = {};
     folder_.reset();
@@ -165,14 +164,13 @@ bool HwmonDevice::findAgain() {
                                       [&](const LocatedChip& chip) { return chip.name == located_.name; });
     if (!located_.isPathUnique && (alikes > 1 || located_.devicePath != located_.name)) return false;
 
-    FileDescriptor folder = openLocatedChip(sys_, *found);
-    if (!folder.isOpen()) return false;
-    const DescribedChip described = describeHwmonChip(sys_, *found, folder.get());
+    const DescribedChip described = describeHwmonChip(sys_, *found);
     if (described.chip.driveModel != chip_.driveModel) return false;  // another drive in the same slot
     for (const File& file : files_)
-        if (!file.labelName.empty() && readAttribute(folder.get(), file.labelName.c_str()) != file.label)
+        if (!file.labelName.empty() &&
+            readAttribute(found->files->get(), file.labelName.c_str()) != file.label)
             return false;
-    folder_ = std::move(folder);
+    folder_ = found->files;
     {
         const std::lock_guard lock(placeMutex_);
         located_ = *found;

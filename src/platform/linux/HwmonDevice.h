@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -58,7 +59,7 @@ class HwmonDevice final : public ReadingsDevice {
     mutable std::mutex placeMutex_;
     LocatedChip located_;
     HwmonChip chip_;
-    FileDescriptor folder_;
+    std::shared_ptr<const FileDescriptor> folder_;
     /// GPUs only: tells whether the device sleeps.
     FileDescriptor runtimeStatus_;
     std::vector<File> files_;

@@ -56,21 +56,25 @@ std::string devicePathOf(int chipFolder, const std::string& chipPath) {
 }
 
 std::optional<LocatedChip> locateChip(int classFolder, const std::string& entry) {
-    const FileDescriptor folder = openFolderAt(classFolder, entry.c_str());
+    // The descriptor pins the folder first; only then is it asked whose it is.
+    FileDescriptor folder = openFolderAt(classFolder, entry.c_str());
     if (!folder.isOpen()) return std::nullopt;
     LocatedChip chip;
     chip.folder = joinedPath(hwmonClass, entry);
+    chip.rawDevicePath = devicePathOf(folder.get(), realChipPath(classFolder, entry));
     auto name = readAttribute(folder.get(), "name");
     if (!name) {
         // Drivers of the old registration have their files in the device's own folder.
-        name = readAttribute(folder.get(), "device/name");
+        folder = openFolderAt(folder.get(), "device");
+        if (!folder.isOpen()) return std::nullopt;
+        name = readAttribute(folder.get(), "name");
         chip.folder += "/device";
     }
     if (!name || name->empty()) return std::nullopt;
     chip.name = withoutCounter(*name);
-    chip.rawDevicePath = devicePathOf(folder.get(), realChipPath(classFolder, entry));
     chip.devicePath = lastingPath(chip.rawDevicePath);
     chip.isPathUnique = !chip.devicePath.empty();
+    chip.files = std::make_shared<const FileDescriptor>(std::move(folder));
     return chip;
 }
 
@@ -99,23 +103,6 @@ std::vector<LocatedChip> locateHwmonChips(const std::string& sys) {
         return std::tie(a.devicePath, a.name, a.folder) < std::tie(b.devicePath, b.name, b.folder);
     });
     return chips;
-}
-
-FileDescriptor openLocatedChip(const std::string& sys, const LocatedChip& chip) {
-    // The descriptor pins the folder first; only then is it asked whose it is.
-    const std::string entry(
-        lastComponent(chip.folder.ends_with("/device") ? joinedPath(chip.folder, "..") : chip.folder));
-    const FileDescriptor classFolder = openFolder(sys + std::string(hwmonClass));
-    if (!classFolder.isOpen()) return {};
-    const FileDescriptor own = openFolderAt(classFolder.get(), entry.c_str());
-    if (!own.isOpen()) return {};
-    const bool isInDevice = chip.folder.ends_with("/device");
-    FileDescriptor files = isInDevice ? openFolderAt(own.get(), "device") : openFolderAt(own.get(), ".");
-    if (!files.isOpen()) return {};
-    const auto name = readAttribute(files.get(), "name");
-    if (!name || withoutCounter(*name) != chip.name) return {};
-    if (devicePathOf(own.get(), realChipPath(classFolder.get(), entry)) != chip.rawDevicePath) return {};
-    return files;
 }
 
 }  // namespace calorivo

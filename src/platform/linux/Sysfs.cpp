@@ -8,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
-#include <memory>
 
 namespace calorivo {
 
@@ -79,18 +78,18 @@ AttributeReading readOpenNumber(int descriptor) {
 }
 
 std::vector<std::string> namesInFolder(int folder) {
+    // Straight from the kernel: a directory stream of the C library takes five more calls for each folder.
     std::vector<std::string> names;
-    const int again = fcntl(folder, F_DUPFD_CLOEXEC, 0);
-    if (again < 0) return names;
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(fdopendir(again), closedir);
-    if (!directory) {
-        close(again);
-        return names;
-    }
-    rewinddir(directory.get());
-    while (const dirent* entry = readdir(directory.get())) {  // NOLINT(concurrency-mt-unsafe): its own stream
-        const std::string_view name(entry->d_name);
-        if (name != "." && name != "..") names.emplace_back(name);
+    alignas(dirent64) std::array<char, 32768>
+        buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled
+    lseek(folder, 0, SEEK_SET);
+    for (ssize_t length = 0; (length = getdents64(folder, buffer.data(), buffer.size())) > 0;) {
+        for (ssize_t at = 0; at < length;) {
+            const auto* const entry = reinterpret_cast<const dirent64*>(buffer.data() + at);
+            const std::string_view name(entry->d_name);
+            if (name != "." && name != "..") names.emplace_back(name);
+            at += entry->d_reclen;
+        }
     }
     std::sort(names.begin(), names.end());
     return names;

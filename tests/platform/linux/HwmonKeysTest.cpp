@@ -136,16 +136,16 @@ TEST(HwmonKeys, GivesDiscreteGPUsSlotsThatDoNotLookLikeAPairThatTakesTurns) {
     EXPECT_EQ(
         rowsOf({amdCard("0000:01:00.0"), amdCard("0000:02:00.0", 0x67ef)}),
         (Rows{"TG1D | GPU | AMD Radeon RX 6800/6900 XT", "TG1P | GPU | AMD Radeon RX 6800/6900 XT Hot Spot",
-              "TG5D | GPU | AMD Radeon RX 6800/6900 XT Memory", "F0 |  | ",
+              "TG5D | GPU | AMD Radeon RX 6800/6900 XT Memory", "F0 |  | GPU Fan 1",
               "TG2D | GPU | AMD Radeon RX 460/560D", "TG2P | GPU | AMD Radeon RX 460/560D Hot Spot",
-              "TG6D | GPU | AMD Radeon RX 460/560D Memory", "F1 |  | "}));
+              "TG6D | GPU | AMD Radeon RX 460/560D Memory", "F1 |  | GPU Fan 2"}));
 }
 
 TEST(HwmonKeys, GivesAnIntegratedGPUTheFirstSlotEvenBehindACard) {
     EXPECT_EQ(
         rowsOf({amdCard("0000:01:00.0"), amdIntegrated("0000:05:00.0")}),
         (Rows{"TG1D | GPU | AMD Radeon RX 6800/6900 XT", "TG1P | GPU | AMD Radeon RX 6800/6900 XT Hot Spot",
-              "TG5D | GPU | AMD Radeon RX 6800/6900 XT Memory", "F0 |  | ",
+              "TG5D | GPU | AMD Radeon RX 6800/6900 XT Memory", "F0 |  | GPU Fan",
               "TG0D | GPU | AMD Radeon Vega 8"}));
 }
 

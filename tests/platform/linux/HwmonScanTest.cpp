@@ -1,5 +1,6 @@
 #include "platform/linux/HwmonScan.h"
 
+#include "platform/linux/Sysfs.h"
 #include "support/FakeTree.h"
 
 #include <gtest/gtest.h>
@@ -94,18 +95,14 @@ TEST(HwmonScan, PassesOverWhatIsNoChip) {
     EXPECT_TRUE(locateHwmonChips(tree.root()).empty());
 }
 
-TEST(HwmonScan, OpensOnlyTheChipThatWasFound) {
+TEST(HwmonScan, TheOpenFolderStaysTheChipsOwn) {
     FakeTree tree;
     tree.chip(0, "lm75", "platform/i2c-0/0-0048");
     const LocatedChip found = locateHwmonChips(tree.root()).front();
-    EXPECT_TRUE(openLocatedChip(tree.root(), found).isOpen());
+    EXPECT_EQ(readAttribute(found.files->get(), "name"), "lm75");
     tree.removeChip(0);
-    EXPECT_FALSE(openLocatedChip(tree.root(), found).isOpen());
-    tree.chip(0, "jc42", "platform/i2c-0/0-0018");
-    EXPECT_FALSE(openLocatedChip(tree.root(), found).isOpen()) << "another chip has the number now";
-    tree.removeChip(0);
-    tree.chip(0, "lm75", "platform/i2c-0/0-0049");
-    EXPECT_FALSE(openLocatedChip(tree.root(), found).isOpen()) << "another chip of the same name has it";
+    tree.chip(0, "jc42", "platform/i2c-0/0-0048");
+    EXPECT_EQ(readAttribute(found.files->get(), "name"), std::nullopt) << "another chip has the number now";
 }
 
 TEST(HwmonScan, DescribesChannelsWithTheirLabels) {
@@ -118,8 +115,7 @@ TEST(HwmonScan, DescribesChannelsWithTheirLabels) {
         .file(chip + "/temp_input", "1\n")
         .file(chip + "/tempx_input", "1\n");
     const LocatedChip located = locateHwmonChips(tree.root()).front();
-    const FileDescriptor folder = openLocatedChip(tree.root(), located);
-    const HwmonChip described = describeHwmonChip(tree.root(), located, folder.get()).chip;
+    const HwmonChip described = describeHwmonChip(tree.root(), located).chip;
     using Kind = HwmonChannel::Kind;
     EXPECT_EQ(described.channels,
               (std::vector<HwmonChannel>{{Kind::temperature, 1, "", false, 0, false, 0},
@@ -129,8 +125,7 @@ TEST(HwmonScan, DescribesChannelsWithTheirLabels) {
 
 HwmonChip describedOnly(const FakeTree& tree) {
     const LocatedChip located = locateHwmonChips(tree.root()).front();
-    const FileDescriptor folder = openLocatedChip(tree.root(), located);
-    return describeHwmonChip(tree.root(), located, folder.get()).chip;
+    return describeHwmonChip(tree.root(), located).chip;
 }
 
 TEST(HwmonScan, KnowsTheGraphicsProcessorBehindAChip) {
