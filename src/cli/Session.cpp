@@ -80,7 +80,9 @@ Engine& Session::discover(Queue& checkQueue, const CycleOutputs& outputs) {
     std::vector<ModelTable> tables;
     if (options_.modelTables || engine_->lists.modelName)
         tables = modelTables(engine_->lists.modelName.value_or(""), problems);
-    engine_->discover(arguments, std::move(tables), provider_->machineSensors());
+    // The provider's own names are this machine's: for another model the rules speak.
+    auto machineSensors = options_.customModel ? std::vector<ModelTableEntry>{} : provider_->machineSensors();
+    engine_->discover(arguments, std::move(tables), std::move(machineSensors));
 
     for (const KeysFileProblem& problem : engine_->keysFileLineProblems)
         problems.add(format("%@:%llu: %@", *options_.keysFile, problem.line, problem.reason));
