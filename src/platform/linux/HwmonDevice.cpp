@@ -91,8 +91,9 @@ void HwmonDevice::firstPassEnded() {
         channel.wasRead = first.wasRead && !first.isAsleep && first.error == 0;
         channel.firstValue = first.value;
         channel.isFaulty = first.error == ENODATA && !files_[item].faultName.empty();
-        const std::size_t minimum = itemOf(channelFile(channel, "min"));
-        if (channel.kind == HwmonChannel::Kind::fan && minimum != none) channel.minimum = peek(minimum).value;
+        if (channel.kind != HwmonChannel::Kind::fan) continue;
+        if (const std::size_t minimum = itemOf(channelFile(channel, "min")); minimum != none)
+            channel.minimum = peek(minimum).value;
     }
 }
 

@@ -13,6 +13,7 @@
 #include <set>
 #include <string_view>
 #include <tuple>
+#include <unordered_set>
 
 namespace calorivo {
 namespace {
@@ -123,7 +124,7 @@ class Naming {
     NamingRules rules_;
     KeySlots slots_;
     std::vector<Candidate> candidates_;
-    std::set<std::string> identities_;
+    std::unordered_set<std::string> identities_;
     NamingRule maximumRule_;
 };
 

@@ -80,6 +80,8 @@ AttributeReading readOpenNumber(int descriptor) {
 std::vector<std::string> namesInFolder(int folder) {
     // Straight from the kernel: a directory stream of the C library takes five more calls for each folder.
     std::vector<std::string> names;
+    constexpr std::size_t usually = 32;
+    names.reserve(usually);
     alignas(dirent64) std::array<char, 32768>
         buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled
     ssize_t length = getdents64(folder, buffer.data(), buffer.size());
