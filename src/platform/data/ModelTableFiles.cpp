@@ -36,7 +36,8 @@ std::optional<std::string> readText(const std::string& file, std::string& reason
         reason = "larger than 1 MiB";
         return std::nullopt;
     }
-    // Room for the file as it is, not for the longest there may be: clearing that would cost more than all else.
+    // Room for the file as it is, not for the longest there may be: clearing that would cost more than all
+    // else.
     std::string text(error ? 0 : static_cast<std::size_t>(size), '\0');
     std::ifstream stream(file, std::ios::binary);
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
