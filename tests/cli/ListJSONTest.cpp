@@ -110,15 +110,15 @@ TEST(ListJSON, AGPUSensorThatReadsZeroIsListed) {
     EXPECT_EQ(list["sensors"][0]["celsius"], 0.0);
     EXPECT_EQ(list["sensors"][0]["text"], "N/A");
     EXPECT_EQ(list["sensors"][0]["valid"], false);
-    EXPECT_EQ(list["averages"]["all"], (JSON{{"celsius", nullptr}, {"text", "N/A"}}));
+    EXPECT_EQ(list["averages"]["all"], (JSON{{"celsius", 0.0}, {"text", "N/A"}}));
 }
 
 TEST(ListJSON, IsWholeWithoutAnySensor) {
     const JSON list = listedDump("no values here\n");
     EXPECT_EQ(list["sensors"], JSON::array());
     EXPECT_EQ(list["fans"], JSON::array());
-    EXPECT_EQ(list["averages"]["cpu"], (JSON{{"celsius", nullptr}, {"text", "N/A"}}));
-    EXPECT_EQ(list["averages"]["rpm"]["value"], nullptr);
+    EXPECT_EQ(list["averages"]["cpu"], (JSON{{"celsius", 0.0}, {"text", "N/A"}}));
+    EXPECT_EQ(list["averages"]["rpm"]["value"], 0);
 }
 
 TEST(ListJSON, ShowsOneAreaWithTheAveragesOfAll) {
