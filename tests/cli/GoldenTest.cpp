@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cctype>
 #include <cstdlib>
 #include <fstream>
+#include <ostream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 // Whole outputs against the files in tests/golden/cli. With CALORIVO_UPDATE_GOLDEN set the files are written
 // anew: look at what changed before it is kept.
@@ -17,6 +20,7 @@ struct GoldenRow {
     const char* file;
     std::vector<std::string> arguments;
 };
+void PrintTo(const GoldenRow& row, std::ostream* out) { *out << row.file; }
 
 const GoldenRow goldenRows[] = {
     {"list-simulated.txt", {"--simulate=7"}},
