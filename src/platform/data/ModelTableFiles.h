@@ -10,14 +10,15 @@
 namespace calorivo {
 
 /// The tables that could be read, in the order of their files' names, and what is wrong with the others, one
-/// line each: "FILE: entry 3 (key "TC0"): reason".
+/// line each: `FILE: entry 3 (key "TC0"): reason`, `FILE:LINE:COLUMN: reason` or `FILE: reason`.
 struct ModelTableFiles {
     std::vector<ModelTable> tables;
     std::vector<std::string> problems;
 };
 
-/// Reads every *.json file of the folder. A file that is broken in any way gives no table and one problem; a
-/// folder that is absent gives nothing. With `onlyIdentifier` given, files in which that text does not occur
+/// Reads every *.json file of the folder. A file that is broken in any way gives no table and one problem,
+/// and so does one whose identifier an earlier file has; a folder that is absent gives nothing. With
+/// `onlyIdentifier` given, only that machine's table is returned, and files in which the text does not occur
 /// are passed over unread: the quick way for a program that needs one machine's table. `areas` are the names
 /// that an entry's area may have.
 [[nodiscard]] ModelTableFiles readModelTables(const std::string& folder,

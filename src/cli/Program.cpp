@@ -1,0 +1,180 @@
+#include "cli/Program.h"
+
+#include "cli/Explanation.h"
+#include "cli/InlineDispatch.h"
+#include "cli/ListJSON.h"
+#include "cli/ListText.h"
+#include "cli/Terminal.h"
+#include "cli/Text.h"
+#include "cli/Watch.h"
+#include "output/LogHeader.h"
+#include "smc/SmcPrinters.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace calorivo {
+
+namespace {
+
+bool isTerminal(const Output& output) { return output.descriptor() >= 0 && isatty(output.descriptor()) == 1; }
+
+/// Says that there is nothing to show. It is an answer, not a failure.
+void tellOfNoSensors(const Engine& engine, const Options& options, Output& errors) {
+    if (!engine.lists.validSensorNames.isEmpty()) return;
+    if (options.keysFile)
+        complain(errors, *options.keysFile + ": no temperatures in this keys file");
+    else
+        complain(errors, "no readable sensors on this machine; --simulate shows a simulated one");
+}
+
+int runList(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
+    Engine& engine = session.discover(dispatch.mainQueue(), {});
+    engine.cycle.checkTimerFired();
+    const Snapshot snapshot = takeSnapshot(engine, session.provider());
+    const auto [out, errors] = surroundings.streams;
+    if (options.isJSON) {
+        out.write(listJSON(snapshot, options.areaTag));
+        return exitAnswered;
+    }
+    ListLook look;
+    look.areaTag = options.areaTag;
+    if (isTerminal(out)) {
+        look.style = Style(isColourWanted(true, processEnvironment("NO_COLOR"), processEnvironment("TERM")));
+        look.columns = Terminal(-1, out.descriptor()).size().columns;
+    }
+    const std::string text = listText(snapshot, look);
+    out.write(text);
+    tellOfNoSensors(engine, options, errors);
+    if (text.empty() && !engine.lists.validSensorNames.isEmpty())
+        complain(errors, "no sensors in this area on this machine");
+    return exitAnswered;
+}
+
+int runRow(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
+    /// Keeps the row as it is when it is handed over last.
+    struct LastRow final : CycleLog {
+        void logStringIncludeDateTime(std::shared_ptr<const CSVRow> row, IncludeDateTime /*with*/) override {
+            text = row->text();
+        }
+        std::string text;
+    } last;
+    Engine& engine = session.discover(dispatch.mainQueue(), {.log = &last});
+    engine.preferences.logToFile = true;
+    engine.preferences.logTemperatures = true;
+    engine.preferences.logFanSpeeds = options.isWithFans;
+    engine.cycle.checkTimerFired();
+    const std::string header =
+        logHeader(engine.lists, engine.naming, engine.fans.fansArray(), engine.preferences);
+    const auto [out, errors] = surroundings.streams;
+    out.write(cleanText(header)).write("\n").write(cleanText(last.text)).write("\n");
+    tellOfNoSensors(engine, options, errors);
+    return exitAnswered;
+}
+
+int runWhy(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
+    Engine& engine = session.discover(dispatch.mainQueue(), {});
+    const auto explanation = explain(SensorKey(options.key), engine, session.provider());
+    const auto [out, errors] = surroundings.streams;
+    if (!explanation) {
+        complain(errors, "the key \"" + options.key + "\" is not known here");
+        return exitNoAnswer;
+    }
+    out.write(options.isJSON ? explanationJSON(*explanation) : explanationText(*explanation));
+    return exitAnswered;
+}
+
+/// Runs a printer of the SMC layer into a text.
+template <typename Print>
+std::string printed(Print print) {
+    char* text = nullptr;
+    std::size_t length = 0;
+    std::FILE* const memory = open_memstream(&text, &length);
+    if (memory == nullptr) return {};
+    smcSetOutput(memory);
+    print();
+    smcSetOutput(stderr);
+    std::fclose(memory);
+    std::string result(text, length);
+    std::free(text);
+    return result;
+}
+
+/// Keys and types come from the hardware as they are: on a terminal they are cleaned, line by line.
+void writeDump(Output& out, std::string_view text) {
+    if (!isTerminal(out)) {
+        out.write(text);
+        return;
+    }
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        out.write(cleanText(line)).write("\n");
+        text.remove_prefix(std::min(text.size(), line.size() + 1));
+    }
+}
+
+int runKeys(Surroundings& surroundings) {
+    writeDump(surroundings.streams.out, printed([] { smcPrintAllKeys(); }));
+    return exitAnswered;
+}
+
+int runFans(Surroundings& surroundings) {
+    kern_return_t result = io_return::success;
+    writeDump(surroundings.streams.out, printed([&result] { result = smcPrintFans(); }));
+    if (result == io_return::success) return exitAnswered;
+    complain(surroundings.streams.errors, "the number of fans cannot be read");
+    return exitNoAnswer;
+}
+
+int flushed(int code, const Streams& streams) {
+    if (!streams.out.flush()) {
+        complain(streams.errors, "standard output: " + streams.out.problem());
+        code = exitNoAnswer;
+    }
+    streams.errors.flush();
+    return code;
+}
+
+}  // namespace
+
+int runCommand(const Options& options, Surroundings& surroundings, Dispatch& dispatch) {
+    Session session(options, surroundings, dispatch);
+    if (!session.open()) return exitNoAnswer;
+    switch (options.command) {
+        case Command::list:
+            return runList(options, surroundings, session, dispatch);
+        case Command::row:
+            return runRow(options, surroundings, session, dispatch);
+        case Command::why:
+            return runWhy(options, surroundings, session, dispatch);
+        case Command::keys:
+            return runKeys(surroundings);
+        case Command::fans:
+            return runFans(surroundings);
+        case Command::watch:
+            break;  // it has a loop of its own
+    }
+    return exitWrongUse;
+}
+
+int runProgram(const std::vector<std::string>& arguments, Surroundings& surroundings) {
+    const auto [out, errors] = surroundings.streams;
+    const ParsedOptions parsed = parseOptions(arguments);
+    if (!parsed.problem.empty()) {
+        complain(errors, parsed.problem);
+        errors.flush();
+        return exitWrongUse;
+    }
+    if (!parsed.text.empty()) {
+        out.write(parsed.text);
+        return flushed(exitAnswered, surroundings.streams);
+    }
+    if (parsed.options.command == Command::watch)
+        return flushed(runWatch(parsed.options, surroundings), surroundings.streams);
+    InlineDispatch dispatch(std::chrono::system_clock::now());
+    return flushed(runCommand(parsed.options, surroundings, dispatch), surroundings.streams);
+}
+
+}  // namespace calorivo

@@ -1,0 +1,118 @@
+#include "cli/Session.h"
+
+#include "cli/Provider.h"
+#include "platform/Format.h"
+#include "platform/data/ModelTableFiles.h"
+#include "sensors/Areas.h"
+#include "smc/SmcClient.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <utility>
+
+namespace calorivo {
+
+namespace {
+
+/// The model as the system's own call tells it.
+class ProviderSysCtl final : public SysCtl {
+  public:
+    explicit ProviderSysCtl(const SensorProvider& provider) : provider_(provider) {}
+
+    int sysctlbyname(std::string_view name, char* buffer, std::size_t& size) override {
+        const std::optional<std::string> model = name == "hw.model" ? provider_.modelName() : std::nullopt;
+        const std::size_t needed = model ? model->size() + 1 : 0;
+        const std::size_t room = std::exchange(size, needed);
+        if (!model) return -1;
+        if (buffer == nullptr) return 0;
+        if (room < needed) return -1;
+        buffer[model->copy(buffer, model->size())] = '\0';
+        return 0;
+    }
+
+  private:
+    const SensorProvider& provider_;
+};
+
+/// The names that an area of a model table may have: every area but "All".
+constexpr auto tableAreas = [] {
+    std::array<std::string_view, areas.size() - 1> names{};
+    std::transform(areas.begin() + 1, areas.end(), names.begin(), [](const Area& area) { return area.name; });
+    return names;
+}();
+
+}  // namespace
+
+Session::Session(const Options& options, Surroundings& surroundings, Dispatch& dispatch)
+    : options_(options), surroundings_(surroundings), dispatch_(dispatch), keysInput_(surroundings.files) {}
+
+Session::~Session() {
+    if (provider_ != nullptr) smcClose();
+    smcSetIOKit(nullptr);
+    smcSetOutput(nullptr);
+}
+
+bool Session::open() {
+    std::string problem;
+    if (options_.keysFile) problem = keysInput_.load(*options_.keysFile);
+    if (options_.sys && !folderProblem(*options_.sys).empty())
+        problem = *options_.sys + ": " + folderProblem(*options_.sys);
+    if (!problem.empty()) {
+        complain(surroundings_.streams.errors, problem);
+        return false;
+    }
+    provider_ = makeProvider(options_, keysInput_.text(), surroundings_.paths, dispatch_);
+    smcSetIOKit(provider_.get());
+    smcSetOutput(stderr);
+    smcOpen();
+    return true;
+}
+
+Engine& Session::discover(Queue& checkQueue, const CycleOutputs& outputs) {
+    engine_ = std::make_unique<Engine>(dispatch_, checkQueue, keysInput_, outputs);
+    engine_->preferences.tempUnit = options_.isFahrenheit ? 1 : 0;
+
+    ProblemList problems(surroundings_.streams.errors);
+    ProviderSysCtl sysCtl(*provider_);
+    const ProcessArguments arguments = processArguments();
+    engine_->lists.modelName = modelNameFor(arguments, sysCtl);
+    std::vector<ModelTable> tables;
+    if (options_.modelTables || engine_->lists.modelName)
+        tables = modelTables(engine_->lists.modelName.value_or(""), problems);
+    engine_->discover(arguments, std::move(tables), provider_->machineSensors());
+
+    for (const KeysFileProblem& problem : engine_->keysFileLineProblems)
+        problems.add(format("%@:%llu: %@", *options_.keysFile, problem.line, problem.reason));
+    for (const std::string& problem : provider_->problems()) problems.add(problem);
+    problems.close();
+    return *engine_;
+}
+
+ProcessArguments Session::processArguments() const {
+    ProcessArguments arguments{"calorivo"};
+    if (options_.customModel) arguments.insert(arguments.end(), {"-custommodel", *options_.customModel});
+    if (options_.keysFile) arguments.insert(arguments.end(), {"-keysfile", *options_.keysFile});
+    return arguments;
+}
+
+std::vector<ModelTable> Session::modelTables(const std::string& model, ProblemList& problems) const {
+    std::vector<ModelTable> tables;
+    const auto take = [&](const std::string& folder, const std::string& onlyIdentifier) {
+        ModelTableFiles files = readModelTables(folder, tableAreas, onlyIdentifier);
+        std::move(files.tables.begin(), files.tables.end(), std::back_inserter(tables));
+        for (const std::string& problem : files.problems) problems.add(problem);
+    };
+    if (options_.modelTables) {
+        // Named by the user: every file is looked at, so that each mistake is told.
+        if (const std::string wrong = folderProblem(*options_.modelTables); !wrong.empty())
+            problems.add(*options_.modelTables + ": " + wrong);
+        take(*options_.modelTables, {});
+        return tables;
+    }
+    for (const std::string& folder : {surroundings_.paths.userFolder, surroundings_.paths.dataFolder})
+        if (!folder.empty()) take(folder + "/model-tables", model);
+    return tables;
+}
+
+}  // namespace calorivo

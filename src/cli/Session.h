@@ -1,0 +1,54 @@
+#pragma once
+
+#include "cli/Engine.h"
+#include "cli/KeysInput.h"
+#include "cli/Options.h"
+#include "cli/Output.h"
+#include "platform/Dispatch.h"
+#include "platform/SensorProvider.h"
+#include "platform/linux/LinuxPaths.h"
+
+#include <memory>
+#include <string>
+
+namespace calorivo {
+
+/// What the program finds around it: the system's files, its own folders, and where it prints.
+struct Surroundings {
+    FileManager& files;
+    LinuxPaths paths;
+    Streams streams;
+};
+
+/// One run of the program: the source of values with the connection to it, and the engine on top. Main
+/// thread; one at a time, because there is one connection in a process.
+class Session {
+  public:
+    /// All must outlive it.
+    Session(const Options& options, Surroundings& surroundings, Dispatch& dispatch);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+    ~Session();
+
+    /// Opens the source; false, with a message, when the keys file or folder that was named cannot be used. A
+    /// machine without sensors is no failure.
+    [[nodiscard]] bool open();
+    /// Finds the sensors, after open(), and reports what is wrong with the files that were read.
+    Engine& discover(Queue& checkQueue, const CycleOutputs& outputs);
+
+    [[nodiscard]] SensorProvider& provider() { return *provider_; }
+    [[nodiscard]] const KeysInput& keysInput() const { return keysInput_; }
+
+  private:
+    [[nodiscard]] ProcessArguments processArguments() const;
+    [[nodiscard]] std::vector<ModelTable> modelTables(const std::string& model, ProblemList& problems) const;
+
+    const Options& options_;
+    Surroundings& surroundings_;
+    Dispatch& dispatch_;
+    KeysInput keysInput_;
+    std::unique_ptr<SensorProvider> provider_;
+    std::unique_ptr<Engine> engine_;
+};
+
+}  // namespace calorivo

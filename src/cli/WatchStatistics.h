@@ -1,0 +1,56 @@
+#pragma once
+
+#include "monitor/FanModel.h"
+#include "sensors/Areas.h"
+#include "sensors/SensorKey.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace calorivo {
+
+class Engine;
+
+/// The smallest, greatest and mean of the values seen so far.
+struct Extent {
+    double minimum = 0;
+    double maximum = 0;
+    double sum = 0;
+    std::uint64_t count = 0;
+
+    void add(double value);
+    [[nodiscard]] double average() const { return count > 0 ? sum / static_cast<double>(count) : 0; }
+};
+
+/// What `watch` has seen since it began: one entry for each line of its table. Readings that are not valid
+/// count as none.
+class WatchStatistics {
+  public:
+    struct Sensor {
+        SensorKey key;
+        const Area* area;
+        /// The reader's last value; null until it was read.
+        const double* celsius;
+        Extent extent;
+    };
+
+    /// `engine` must have discovered its sensors and outlive this object.
+    explicit WatchStatistics(const Engine& engine);
+
+    /// Takes the values of the check that has just run; allocates nothing from the second check on.
+    void add();
+
+    /// By areas in the order of the source list.
+    [[nodiscard]] const std::vector<Sensor>& sensors() const { return sensors_; }
+    /// In the order of the engine's fans.
+    [[nodiscard]] const std::vector<Extent>& fans() const { return fans_; }
+    [[nodiscard]] std::uint64_t checks() const { return checks_; }
+
+  private:
+    const Engine& engine_;
+    std::vector<Sensor> sensors_;
+    std::vector<Extent> fans_;
+    std::uint64_t checks_ = 0;
+};
+
+}  // namespace calorivo
