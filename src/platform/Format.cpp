@@ -1,5 +1,6 @@
 #include "platform/Format.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -40,14 +41,14 @@ class Formatter {
         const auto number = [&](std::size_t limit) {
             std::size_t value = 0;
             for (; peek() >= '0' && peek() <= '9'; ++at)
-                value = value < limit ? value * 10 + static_cast<std::size_t>(peek() - '0') : value;
+                value = std::min(limit, value * 10 + static_cast<std::size_t>(peek() - '0'));
             return value;
         };
         for (; peek() == '-' || peek() == '0'; ++at) (peek() == '-' ? p.isLeft : p.isZeroFilled) = true;
-        p.width = number(100);
+        p.width = number(999);
         if (peek() == '.') {
             ++at;
-            p.precision = static_cast<int>(number(4));
+            p.precision = static_cast<int>(number(40));
         }
         for (; peek() == 'l'; ++at) p.isLong = true;
         p.conversion = peek();
@@ -78,11 +79,11 @@ class Formatter {
                 return true;
             case 'c':
                 if (value.kind_ != Kind::whole) return false;
-                out_.push_back(static_cast<char>(value.whole_));
+                character(p, static_cast<char>(value.whole_));
                 return true;
             case 'd':
                 if (value.kind_ != Kind::whole) return false;
-                digits(p, value.whole_, 10);
+                digits(p, p.isLong ? value.whole_ : static_cast<std::int32_t>(value.whole_), 10);
                 return true;
             case 'u':
             case 'x':
@@ -98,6 +99,8 @@ class Formatter {
                 return false;
         }
     }
+
+    void character(const Placeholder& p, char c) { pad(p, {&c, 1}); }
 
     void unsignedDigits(const Placeholder& p, std::uint64_t number) {
         const int base = p.conversion == 'u' ? 10 : 16;
@@ -116,8 +119,8 @@ class Formatter {
     }
 
     void fraction(const Placeholder& p, double number) {
-        constexpr double exactlyWhole =
-            9007199254740992.0;  // 2 to the 53rd: up to here a double holds every integer
+        // 2 to the 53rd: up to here a double holds every whole number.
+        constexpr double exactlyWhole = 9007199254740992.0;
         if (p.precision == 0 && std::fabs(number) < exactlyWhole) {
             // Round half to even, as printf does with the exact binary value.
             const double rounded = std::nearbyint(number);
@@ -128,9 +131,11 @@ class Formatter {
         }
         std::array<char, 400> text{};
         const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
-                                       std::chars_format::fixed, p.precision > 40 ? 40 : p.precision)
+                                       std::chars_format::fixed, p.precision)
                              .ptr;
-        pad(p, {text.data(), static_cast<std::size_t>(end - text.data())});
+        Placeholder filled = p;
+        filled.isZeroFilled = p.isZeroFilled && std::isfinite(number);
+        pad(filled, {text.data(), static_cast<std::size_t>(end - text.data())});
     }
 
     void pad(const Placeholder& p, std::string_view text) {

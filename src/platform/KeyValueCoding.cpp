@@ -2,10 +2,12 @@
 
 #include "platform/Format.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 #include <stdexcept>
+#include <system_error>
 
 namespace calorivo {
 
@@ -21,26 +23,18 @@ std::int32_t clampedToInt(double number) {
 
 /// Text as a number, whatever the locale's decimal point is: digits, one point, digits.
 double numberFromText(const std::string& text) {
-    std::size_t at = text.find_first_not_of(" \t\n");
-    if (at == std::string::npos) return 0;
-    const bool isNegative = text[at] == '-';
-    if (text[at] == '-' || text[at] == '+') ++at;
+    const std::size_t sign = text.find_first_not_of(" \t\n");
+    if (sign == std::string::npos) return 0;
+    const bool isNegative = text[sign] == '-';
+    const std::size_t first = isNegative || text[sign] == '+' ? sign + 1 : sign;
+    const std::size_t end = std::min(text.find_first_not_of("0123456789.", first), text.size());
     double number = 0;
-    double place = 0;
-    for (; at < text.size(); ++at) {
-        const char c = text[at];
-        if (c == '.' && place == 0) {
-            place = 1;
-            continue;
-        }
-        if (c < '0' || c > '9') break;
-        if (place == 0) {
-            number = number * 10 + (c - '0');
-        } else {
-            place /= 10;
-            number += place * (c - '0');
-        }
-    }
+    const auto result =
+        std::from_chars(text.data() + first, text.data() + end, number, std::chars_format::fixed);
+    // Out of range is far too large, or so small that it is 0.
+    const bool isTooLarge = result.ec == std::errc::result_out_of_range &&
+                            text.find_first_not_of('0', first) < text.find('.', first);
+    if (isTooLarge) number = std::numeric_limits<double>::infinity();
     return isNegative ? -number : number;
 }
 

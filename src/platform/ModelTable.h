@@ -6,8 +6,7 @@
 namespace calorivo {
 
 /// One sensor of a model: its four-character key, its readable name, and the name of its area in the source
-/// list
-/// ("CPU", "Hard Drive" ...).
+/// list ("CPU", "Hard Drive" ...).
 struct ModelTableEntry {
     std::string key;
     std::string name;

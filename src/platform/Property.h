@@ -38,25 +38,35 @@ class Observation {
 };
 
 /// The observers of one value. An observer may subscribe, unsubscribe or announce while it is being told: one
-/// that is added meanwhile hears the next announcement, one that is dropped meanwhile hears nothing more.
-/// Main thread only.
+/// that is added meanwhile hears the next announcement, one that is dropped meanwhile hears nothing more. An
+/// observer may even destroy what it observes: then nobody hears more. Main thread only.
 class Observers {
   public:
+    Observers() = default;
+    Observers(const Observers&) = delete;
+    Observers& operator=(const Observers&) = delete;
+
     [[nodiscard]] Observation add(std::function<void()> observer) {
         if (!slots_) slots_ = std::make_shared<Slots>();
         auto slot = std::make_shared<Slot>(Slot{std::move(observer), true});
         slots_->push_back(slot);
-        return Observation([slots = std::weak_ptr<Slots>(slots_), slot] {
-            slot->isLive = false;
-            if (const auto owner = slots.lock()) std::erase(*owner, slot);
+        // Weak, so that an observer may hold its own observation.
+        return Observation([slots = std::weak_ptr(slots_), weakSlot = std::weak_ptr(slot)] {
+            const auto dropped = weakSlot.lock();
+            if (!dropped) return;
+            dropped->isLive = false;
+            if (const auto owner = slots.lock()) std::erase(*owner, dropped);
         });
     }
 
     void announce() const {
         if (!slots_ || slots_->empty()) return;
+        const std::weak_ptr<Slots> owner = slots_;
         const Slots told = *slots_;
-        for (const auto& slot : told)
+        for (const auto& slot : told) {
+            if (owner.expired()) return;
             if (slot->isLive) slot->tell();
+        }
     }
 
   private:

@@ -60,9 +60,11 @@ int smcOpen() {
     ioKit->IOObjectRelease(services);
     if (service == 0) return failedToOpen("Error: no SMC found\n");
 
-    result = ioKit->IOServiceOpen(service, ioKit->machTaskSelf(), 0, SmcConnection.handle);
+    io_connect_t connection = 0;
+    result = ioKit->IOServiceOpen(service, ioKit->machTaskSelf(), 0, connection);
     ioKit->IOObjectRelease(service);
     if (result != io_return::success) return failedToOpen("Error: IOServiceOpen() = %08x\n", result);
+    SmcConnection.handle = connection;
     return 0;
 }
 
@@ -83,9 +85,13 @@ kern_return_t smcCall(std::uint32_t selector, const SMCKeyData& input, SMCKeyDat
 kern_return_t smcReadKey(std::string_view key, SmcValue& value) {
     SMCKeyData input = request(SmcCommand::readKeyInformation);
     SMCKeyData output{};
+    // Both before the value is cleared: the key may be the text of the value itself.
+    input.key = smcKeyFromString(key, 4, 16);
+    std::array<char, 5> keyText{};
+    // The key is copied, never used as a format: it may come from the hardware.
+    key.copy(keyText.data(), 4);
     value = {};
 
-    input.key = smcKeyFromString(key, 4, 16);
     kern_return_t result = smcCall(smcStructMethodSelector, input, output);
     if (result != io_return::success) return result;
     const std::uint32_t dataSize = output.keyInfo.dataSize;
@@ -96,8 +102,9 @@ kern_return_t smcReadKey(std::string_view key, SmcValue& value) {
     result = smcCall(smcStructMethodSelector, input, output);
     if (result != io_return::success) return result;
 
-    // The key is copied, never used as a format: it may come from the hardware.
-    key.copy(value.key.data(), 4);
+    // Kept: neither the result byte of the record nor the size is looked at. A key that the controller does
+    // not know usually succeeds with size 0, and every caller takes that for "no data".
+    value.key = keyText;
     value.dataSize = dataSize;
     value.dataType = unpacked(dataType);
     value.bytes = output.bytes;
@@ -114,7 +121,7 @@ kern_return_t smcReadKeyByIndex(std::uint32_t index, std::uint32_t& key) {
 }
 
 void smcWriteKey(const SmcValue& value) {
-    const std::string_view key(value.key.data());
+    const std::string_view key(value.key.data(), 4);
     SmcValue present;
     if (smcReadKey(key, present) != io_return::success || present.dataSize != value.dataSize) return;
 
@@ -128,14 +135,16 @@ void smcWriteKey(const SmcValue& value) {
 
 std::uint32_t smcKeyFromString(std::string_view text, int size, int base) {
     std::uint32_t key = 0;
-    for (int position = 0; position < size; ++position) {
+    // What stands before the last four characters is shifted out.
+    for (int position = size > 4 ? size - 4 : 0; position < size; ++position) {
         const auto at = static_cast<std::size_t>(position);
         const char character = at < text.size() ? text[at] : '\0';
+        // Kept: with base 16 a character above 0x7f is negative and takes one from the character before it.
+        // Keys are packed this way throughout; no real key holds such a character.
         const std::uint32_t code = base == 16
                                        ? static_cast<std::uint32_t>(static_cast<signed char>(character))
                                        : static_cast<std::uint32_t>(static_cast<unsigned char>(character));
-        const int shift = 8 * (size - 1 - position);
-        if (shift < 32) key += code << shift;
+        key += code << (8 * (size - 1 - position));
     }
     return key;
 }

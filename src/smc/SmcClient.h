@@ -3,6 +3,7 @@
 #include "platform/IOKit.h"
 #include "smc/SmcRecord.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -27,7 +28,15 @@ struct SmcValue {
     [[nodiscard]] bool hasType(std::string_view type) const {
         return type == std::string_view(dataType.data(), 4);
     }
+    /// Both up to the NUL, without it.
+    [[nodiscard]] std::string_view keyText() const { return text(key); }
+    [[nodiscard]] std::string_view typeText() const { return text(dataType); }
     friend bool operator==(const SmcValue&, const SmcValue&) = default;
+
+  private:
+    static std::string_view text(const std::array<char, 5>& code) {
+        return {code.begin(), std::find(code.begin(), code.end(), '\0')};
+    }
 };
 
 /// The provider that the calls go to; it must live until another one is set. Null is a machine without a
@@ -37,8 +46,9 @@ void smcSetIOKit(IOKit* ioKit);
 void smcSetOutput(std::FILE* output);
 [[nodiscard]] std::FILE* smcOutput();
 
-/// 0 on success, 1 on any failure, whose message has then been printed.
+/// 0 on success, 1 on any failure, whose message has then been printed; no connection is left behind.
 int smcOpen();
+/// The result of closing. Every later call goes to no connection and fails.
 kern_return_t smcClose();
 kern_return_t smcCall(std::uint32_t selector, const SMCKeyData& input, SMCKeyData& output);
 /// Reads the first four characters of `key`, a missing one counting as code 0. The result byte of the record

@@ -16,7 +16,7 @@ namespace calorivo {
 [[nodiscard]] std::uint32_t smcUnsignedFromBytes(std::span<const std::uint8_t> bytes);
 
 /// Unsigned fixed point with `fractionBits` fraction bits, which are dropped: whole revolutions per minute
-/// for "fpe2".
+/// for "fpe2". Bytes that are no speed (more than three of them) may give a number that is not finite.
 [[nodiscard]] float smcFpe2FromBytes(std::span<const std::uint8_t> bytes, int fractionBits);
 
 /// Signed fixed point with 8 fraction bits, of which the upper 6 count: degrees Celsius.

@@ -30,8 +30,10 @@ void printFan(int fan) {
     print("\nFan #%d:\n", fan);
     SmcValue value;
     for (const FanLine& line : fanLines) {
-        // A key has room for four characters: from fan 10 on the last one is cut off.
+        // Kept: a key has room for four characters, so from fan 10 on the last one is cut off, and the key
+        // that is left is read. It belongs to no fan.
         smcReadKey(format(line.keyPattern, fan).substr(0, 4), value);
+        // Kept: neither result nor type is looked at; what cannot be read prints 0.
         print(line.linePattern, fpe2(value));
     }
     smcReadKey("FS! ", value);
@@ -43,7 +45,7 @@ void printFan(int fan) {
 }  // namespace
 
 void smcPrintValue(const SmcValue& value) {
-    print("  %-4s  [%-4s]  ", value.key.data(), value.dataType.data());
+    print("  %-4s  [%-4s]  ", value.keyText(), value.typeText());
     if (value.dataSize == 0) {
         print("no data\n");
         return;

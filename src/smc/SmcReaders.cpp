@@ -8,6 +8,7 @@ namespace calorivo {
 namespace {
 
 constexpr int fpe2FractionBits = 2;
+constexpr int unreadableSpeed = -1;
 
 /// Reads the key; true when it holds data of this type.
 bool read(std::string_view key, std::string_view type, SmcValue& value) {
@@ -29,14 +30,16 @@ double smcTemperature(std::string_view key) {
 
 int smcFanCount() {
     SmcValue value;
+    // Kept: the byte counts as signed; a count above 127 is negative, which is no fan to every caller.
     return read("FNum", "ui8 ", value) ? static_cast<signed char>(value.bytes[0]) : 0;
 }
 
 int smcFanSpeed(std::string_view key) {
     SmcValue value;
-    return read(key, "fpe2", value)
-               ? static_cast<int>(smcFpe2FromBytes(smcDataBytes(value), fpe2FractionBits))
-               : -1;
+    if (!read(key, "fpe2", value)) return unreadableSpeed;
+    const float rpm = smcFpe2FromBytes(smcDataBytes(value), fpe2FractionBits);
+    // A value too long to be a speed may be too large for an int.
+    return rpm > -2147483648.0F && rpm < 2147483648.0F ? static_cast<int>(rpm) : unreadableSpeed;
 }
 
 void smcSetFanSpeed(std::string_view key, int rpm) {
@@ -44,6 +47,7 @@ void smcSetFanSpeed(std::string_view key, int rpm) {
     key.copy(value.key.data(), 4);
     value.dataSize = 2;
     const auto quarters = static_cast<std::int32_t>(static_cast<std::uint32_t>(rpm) * 4U);
+    // Kept: a signed division; a negative speed leaves its first byte rounded toward zero.
     value.bytes[0] = static_cast<std::uint8_t>(quarters / 256);
     value.bytes[1] = static_cast<std::uint8_t>(quarters);
     smcWriteKey(value);

@@ -8,7 +8,7 @@
 
 namespace calorivo {
 
-/// The number of keys that the controller holds; 0 when it cannot be read.
+/// The number of keys that the controller holds; 0 when it cannot be read, negative from 2 to the 31st on.
 [[nodiscard]] int smcKeyCount();
 /// Degrees Celsius; 0.0 when the key cannot be read or is not of type "sp78".
 [[nodiscard]] double smcTemperature(std::string_view key);

@@ -8,7 +8,8 @@
 namespace calorivo {
 
 /// The record exchanged with the "AppleSMC" user client, the same for input and output: 80 bytes in the
-/// machine's own byte order. Layout and padding are the service's, not ours.
+/// machine's own byte order. The layout is the service's, not ours; its gaps are named, so that a cleared
+/// record is cleared in every byte.
 struct SMCKeyData {
     struct Version {
         std::uint8_t major;
@@ -28,20 +29,24 @@ struct SMCKeyData {
         std::uint32_t dataSize;
         std::uint32_t dataType;
         std::uint8_t dataAttributes;
+        std::array<std::uint8_t, 3> padding;
     };
 
     std::uint32_t key;
     Version vers;
+    std::array<std::uint8_t, 2> versPadding;
     PowerLimit pLimitData;
     KeyInfo keyInfo;
     std::uint8_t result;
     std::uint8_t status;
     std::uint8_t data8;
+    std::uint8_t data8Padding;
     std::uint32_t data32;
     std::array<std::uint8_t, 32> bytes;
 };
 
 static_assert(std::is_trivially_copyable_v<SMCKeyData> && std::is_standard_layout_v<SMCKeyData>);
+static_assert(std::has_unique_object_representations_v<SMCKeyData>);
 static_assert(sizeof(SMCKeyData) == 80);
 static_assert(offsetof(SMCKeyData, key) == 0);
 static_assert(offsetof(SMCKeyData, vers.major) == 4);

@@ -1,6 +1,7 @@
 #include "smc/SmcService.h"
 
 #include <cstring>
+#include <utility>
 
 namespace calorivo {
 
@@ -9,8 +10,7 @@ namespace {
 // Object numbers as opaque to callers as the system's own.
 constexpr mach_port_t masterPortNumber = 0x303;
 constexpr task_port_t taskNumber = 0x103;
-constexpr io_iterator_t emptyIterator = 0x1001;
-constexpr io_iterator_t fullIterator = 0x1002;
+constexpr io_iterator_t iteratorNumber = 0x1002;
 constexpr io_service_t serviceNumber = 0x1003;
 constexpr io_connect_t connectionNumber = 0x1004;
 
@@ -24,12 +24,13 @@ kern_return_t SmcService::IOMasterPort(mach_port_t /*bootstrapPort*/, mach_port_
 kern_return_t SmcService::IOServiceGetMatchingServices(mach_port_t /*masterPort*/,
                                                        const MatchingDictionary& matching,
                                                        io_iterator_t& services) {
-    services = matching.className == "AppleSMC" && isPresent() ? fullIterator : emptyIterator;
+    nextService_ = matching.className == "AppleSMC" && isPresent() ? serviceNumber : 0;
+    services = iteratorNumber;
     return io_return::success;
 }
 
 io_object_t SmcService::IOIteratorNext(io_iterator_t iterator) {
-    return iterator == fullIterator ? serviceNumber : 0;
+    return iterator == iteratorNumber ? std::exchange(nextService_, 0) : 0;
 }
 
 kern_return_t SmcService::IOObjectRelease(io_object_t /*object*/) { return io_return::success; }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string_view>
 
 namespace calorivo {
 
@@ -49,12 +50,13 @@ class SmcService : public SensorProvider {
     virtual std::optional<std::uint32_t> keyAt(std::uint32_t index) = 0;
     /// Success with size 0 for a key that does not exist; any other result is a failed read.
     virtual kern_return_t keyInformation(std::uint32_t key, SmcKeyInformation& information) = 0;
-    /// Fills `bytes`, which come cleared.
+    /// Fills `bytes`, which come cleared, and stay so for a key that does not exist.
     virtual kern_return_t readBytes(std::uint32_t key, std::span<std::uint8_t, 32> bytes) = 0;
 
   private:
     kern_return_t answer(const SMCKeyData& input, SMCKeyData& output);
 
+    io_service_t nextService_ = 0;
     io_connect_t connection_ = 0;
     std::uint64_t writes_ = 0;
 };

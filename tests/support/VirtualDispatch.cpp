@@ -29,6 +29,7 @@ class VirtualDispatch::VirtualQueue final : public Queue {
         return true;
     }
     [[nodiscard]] std::size_t pending() const { return blocks_.size(); }
+    void drop() { blocks_.clear(); }
 
     bool isActive = false;
     bool isHeld = false;
@@ -52,7 +53,10 @@ class VirtualDispatch::QueueHandle final : public Queue {
   public:
     QueueHandle(VirtualDispatch& owner, std::shared_ptr<VirtualQueue> queue)
         : owner_(owner), queue_(std::move(queue)) {}
-    ~QueueHandle() override { std::erase(owner_.queues_, queue_); }
+    ~QueueHandle() override {
+        queue_->drop();
+        std::erase(owner_.queues_, queue_);
+    }
     [[nodiscard]] std::string_view label() const override { return queue_->label(); }
     void async(std::function<void()> block) override { queue_->async(std::move(block)); }
     void sync(const std::function<void()>& block) override { queue_->sync(block); }
@@ -66,32 +70,38 @@ struct VirtualDispatch::Scheduled {
     Moment due;
     nanoseconds interval;
     Repeats repeats;
-    std::size_t serial;
-    std::shared_ptr<std::function<void()>> action;
+    /// Empty once the timer is destroyed.
+    std::function<void()> action;
+    /// A tick is waiting on the main queue; no other one comes before it has run.
+    bool isWaiting = false;
 };
 
 class VirtualDispatch::VirtualTimer final : public Timer {
   public:
-    VirtualTimer(VirtualDispatch& owner, Scheduled scheduled)
+    VirtualTimer(VirtualDispatch& owner, std::shared_ptr<Scheduled> scheduled)
         : owner_(owner), scheduled_(std::move(scheduled)) {
-        owner_.timers_.push_back(&scheduled_);
+        owner_.timers_.push_back(scheduled_);
     }
     ~VirtualTimer() override {
-        std::erase(owner_.timers_, &scheduled_);
-        *scheduled_.action = nullptr;
+        std::erase(owner_.timers_, scheduled_);
+        scheduled_->action = nullptr;
     }
     void fire() override {
-        const auto action = *scheduled_.action;
+        const auto action = scheduled_->action;  // it may destroy the timer
         action();
     }
 
   private:
     VirtualDispatch& owner_;
-    Scheduled scheduled_;
+    std::shared_ptr<Scheduled> scheduled_;
 };
 
 VirtualDispatch::VirtualDispatch() { queues_.push_back(std::make_shared<VirtualQueue>("main")); }
-VirtualDispatch::~VirtualDispatch() = default;
+VirtualDispatch::~VirtualDispatch() {
+    // A block may own a queue or a timer, which takes its leave of this object.
+    const auto present = queues_;
+    for (const auto& queue : present) queue->drop();
+}
 
 Queue& VirtualDispatch::mainQueue() { return *queues_.front(); }
 
@@ -104,8 +114,8 @@ std::unique_ptr<Timer> VirtualDispatch::scheduleTimer(nanoseconds interval, Repe
                                                       std::function<void()> action) {
     interval = std::max<nanoseconds>(interval, std::chrono::milliseconds(1));
     return std::make_unique<VirtualTimer>(
-        *this, Scheduled{now_ + interval, interval, repeats, timerSerial_++,
-                         std::make_shared<std::function<void()>>(std::move(action))});
+        *this,
+        std::make_shared<Scheduled>(Scheduled{now_ + interval, interval, repeats, std::move(action), false}));
 }
 
 WallTime VirtualDispatch::wallTime() const {
@@ -129,23 +139,28 @@ void VirtualDispatch::run() {
 
 void VirtualDispatch::advance(nanoseconds duration) { advanceTo(now_ + duration); }
 
+std::shared_ptr<VirtualDispatch::Scheduled> VirtualDispatch::nextTimer() const {
+    std::shared_ptr<Scheduled> next;
+    for (const auto& timer : timers_)
+        if (!timer->isWaiting && (!next || timer->due < next->due)) next = timer;
+    return next;
+}
+
+void VirtualDispatch::queueTick(const std::shared_ptr<Scheduled>& timer) {
+    timer->isWaiting = true;
+    mainQueue().async([this, timer] {
+        timer->isWaiting = false;
+        timer->due = now_ + timer->interval;
+        if (timer->repeats == Repeats::no) std::erase(timers_, timer);
+        if (const auto action = timer->action) action();
+    });
+}
+
 void VirtualDispatch::advanceTo(Moment end) {
     run();
-    for (;;) {
-        const auto next =
-            std::min_element(timers_.begin(), timers_.end(), [](const Scheduled* a, const Scheduled* b) {
-                return std::pair(a->due, a->serial) < std::pair(b->due, b->serial);
-            });
-        if (next == timers_.end() || (*next)->due > end) break;
-        Scheduled& scheduled = **next;
-        now_ = std::max(now_, scheduled.due);
-        mainQueue().async([action = scheduled.action] {
-            if (const auto run = *action) run();
-        });
-        if (scheduled.repeats == Repeats::yes)
-            scheduled.due = now_ + scheduled.interval;
-        else
-            std::erase(timers_, &scheduled);
+    for (auto timer = nextTimer(); timer && timer->due <= end; timer = nextTimer()) {
+        now_ = std::max(now_, timer->due);
+        queueTick(timer);
         run();
     }
     now_ = std::max(now_, end);
@@ -158,7 +173,7 @@ std::size_t VirtualDispatch::pending(std::string_view label) const { return queu
 
 std::vector<nanoseconds> VirtualDispatch::timerIntervals() const {
     std::vector<nanoseconds> intervals;
-    for (const Scheduled* timer : timers_) intervals.push_back(timer->interval);
+    for (const auto& timer : timers_) intervals.push_back(timer->interval);
     return intervals;
 }
 

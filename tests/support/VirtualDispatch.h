@@ -25,7 +25,8 @@ class VirtualDispatch final : public Dispatch {
                                                        std::function<void()> action) override;
     [[nodiscard]] Moment now() const override { return now_; }
     [[nodiscard]] WallTime wallTime() const override;
-    /// Lets the time pass for everybody else: timers fire and other queues run meanwhile.
+    /// Lets the time pass for everybody else: timers fire and other queues run meanwhile. Who begins to sleep
+    /// during another's sleep wakes first.
     void sleep(std::chrono::nanoseconds duration) override;
 
     /// Runs every block that is queued, and those they queue, until nothing is left but what is held.
@@ -50,13 +51,14 @@ class VirtualDispatch final : public Dispatch {
     struct Scheduled;
 
     VirtualQueue& queue(std::string_view label) const;
+    [[nodiscard]] std::shared_ptr<Scheduled> nextTimer() const;
+    void queueTick(const std::shared_ptr<Scheduled>& timer);
     void advanceTo(Moment end);
 
     Moment now_{};
     WallTime wallBase_{};
     std::vector<std::shared_ptr<VirtualQueue>> queues_;
-    std::vector<Scheduled*> timers_;
-    std::size_t timerSerial_ = 0;
+    std::vector<std::shared_ptr<Scheduled>> timers_;
 };
 
 }  // namespace calorivo::test

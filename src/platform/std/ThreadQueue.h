@@ -13,7 +13,8 @@ namespace calorivo {
 
 /// A serial queue with a thread of its own. Blocks run in the order in which they were given; in the steady
 /// state queueing one allocates nothing but what the block itself holds. Destroying the queue drops the
-/// blocks that have not begun and waits for the one that runs.
+/// blocks that have not begun and waits for the one that runs; nobody may then be waiting in sync(), and no
+/// block of the queue itself may destroy it.
 class ThreadQueue final : public Queue {
   public:
     explicit ThreadQueue(std::string label);
