@@ -43,7 +43,7 @@ void CheckCycle::setUpdateIntervalSecs(std::int32_t seconds) {
 
 void CheckCycle::checkTimerFired() {
     Pass pass{.moment = parts_.dispatch.wallTime()};
-    for (const SensorKey key : parts_.lists.validSensorNames) checkSensor(key, pass);
+    for (const PlannedSensor& sensor : plan_.sensorsOf(parts_.lists)) checkSensor(sensor, pass);
     const double average = pass.average();
     const double cpuAverage = pass.cpuAverage();
     alertAverage(average);
@@ -59,20 +59,19 @@ void CheckCycle::checkTimerFired() {
     if (pass.row != nullptr) lastRow_ = std::move(pass.row);
 }
 
-void CheckCycle::checkSensor(SensorKey key, Pass& pass) {
-    const bool isGPU = parts_.lists.gpuSensorNames.containsString(key);
-    const double celsius = readSensor(key, isGPU);
+void CheckCycle::checkSensor(const PlannedSensor& sensor, Pass& pass) {
+    const double celsius = readSensor(sensor);
     const bool isValid = isTempValid(celsius);
     // Kept: such a sensor leaves no field either, so that the row is a field shorter than its header.
-    if (!isGPU && !isValid) return;
+    if (!sensor.isGPU && !isValid) return;
 
-    if (isValid && !isSensorRelativeCPU(key)) {
+    if (isValid && !sensor.isRelative) {
         pass.sumAll += celsius;
         ++pass.nAll;
     }
-    showInCell(key, celsius);
+    showInCell(sensor, celsius);
     // Kept: relative sensors and invalid readings count here. What the CPU area shows is what is averaged.
-    if (parts_.lists.cpuSensorNames.containsString(key)) {
+    if (sensor.isCPU) {
         pass.sumCPU += celsius;
         ++pass.nCPU;
     }
@@ -80,19 +79,21 @@ void CheckCycle::checkSensor(SensorKey key, Pass& pass) {
     const bool isOverLimit = preferences.showAlerts && celsius > preferences.limitForSpecificArea.get();
     if (isOverLimit && parts_.outputs.alerts != nullptr)
         parts_.outputs.alerts->showAlertForOverlimitAreaWithName(
-            celsius, parts_.naming.convertKeyNameToHumanString(key));
+            celsius, parts_.naming.convertKeyNameToHumanString(sensor.key));
     if (isLoggingTemperatures()) logSensor(celsius, isOverLimit, pass);
 }
 
-double CheckCycle::readSensor(SensorKey key, bool isGPU) {
+double CheckCycle::readSensor(const PlannedSensor& sensor) {
     // While the GPUs change over, their sensors give nonsense.
-    if (isGPU && !parts_.gpu.isOkToCheckGPUSensors) return parts_.reader.getCachedTemperatureForSensor(key);
-    return parts_.reader.getTemperatureForSensor(key);
+    if (sensor.isGPU && !parts_.gpu.isOkToCheckGPUSensors)
+        return parts_.reader.getCachedTemperatureForSensor(sensor.key);
+    return parts_.reader.getTemperatureForSensor(sensor.key);
 }
 
-void CheckCycle::showInCell(SensorKey key, double celsius) {
+void CheckCycle::showInCell(const PlannedSensor& sensor, double celsius) {
+    // Looked up every time: a cell may be replaced between two checks.
     auto& cells = parts_.lists.sensorNameToCustomCellMap;
-    if (const auto cell = cells.find(key.text()); cell != cells.end())
+    if (const auto cell = cells.find(sensor.cellName); cell != cells.end())
         cell->second.setObjectValue(static_cast<float>(celsius));
 }
 

@@ -4,6 +4,7 @@
 #include "monitor/Fans.h"
 #include "monitor/GPUState.h"
 #include "monitor/Preferences.h"
+#include "monitor/SensorPlan.h"
 #include "monitor/TemperatureReader.h"
 #include "platform/Dispatch.h"
 #include "sensors/SensorLists.h"
@@ -64,9 +65,9 @@ class CheckCycle {
     /// What one check carries from step to step.
     struct Pass;
 
-    void checkSensor(SensorKey key, Pass& pass);
-    [[nodiscard]] double readSensor(SensorKey key, bool isGPU);
-    void showInCell(SensorKey key, double celsius);
+    void checkSensor(const PlannedSensor& sensor, Pass& pass);
+    [[nodiscard]] double readSensor(const PlannedSensor& sensor);
+    void showInCell(const PlannedSensor& sensor, double celsius);
     void logSensor(double celsius, bool isOverLimit, Pass& pass);
     void alertAverage(double average);
     void publishAverages(double average, double cpuAverage);
@@ -87,6 +88,7 @@ class CheckCycle {
     void handOver(const std::shared_ptr<CSVRow>& row);
 
     CheckCycleParts parts_;
+    SensorPlan plan_;
     std::unique_ptr<Timer> checkTimer_;
     /// The row of the last check that was logged: used again when nobody else holds it any more.
     std::shared_ptr<CSVRow> lastRow_;

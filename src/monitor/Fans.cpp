@@ -68,9 +68,10 @@ void putLeftSideFirst(std::vector<FanModel>& fans) {
 }  // namespace
 
 void Fans::getAllFanSensors() {
+    const auto count = static_cast<std::size_t>(std::max(lists_.numFans.get(), 0));
     std::vector<FanModel> fans;
-    const std::int32_t count = std::max(lists_.numFans.get(), 0);
-    for (std::int32_t i = 0; i < count; ++i) fans.push_back(builtFan(static_cast<std::size_t>(i)));
+    fans.reserve(count);
+    for (std::size_t position = 0; position < count; ++position) fans.push_back(builtFan(position));
     putLeftSideFirst(fans);
     // Kept: nothing was set, but finding the fans has always been a moment at which the store is written.
     userDefaults_.synchronize();

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace calorivo {
@@ -184,6 +185,34 @@ TEST(CheckCycle, FollowsTheListsAsTheyChange) {
     machine.temperature("TM0P", 30).check();
     EXPECT_EQ(averagesOf(machine), "30 | 30°C | 30°C");
     EXPECT_EQ(machine.cell("TM0P").maxUsedValue(), 30.0F);
+}
+
+TEST(CheckCycle, FollowsAKeyThatEntersOrLeavesAnAreaBetweenTwoChecks) {
+    Machine machine;
+    machine.memory("TM0P", 60).memory("TG0D", 40).check();
+    EXPECT_EQ(averagesOf(machine), "50 | 50°C | N/A");
+    machine.lists.cpuSensorNames.append("TM0P");
+    machine.check();
+    EXPECT_EQ(averagesOf(machine), "50 | 50°C | 60°C");
+    machine.lists.cpuSensorNames.assign({"TG0D"});
+    machine.lists.gpuSensorNames.append("TG0D");
+    machine.temperature("TG0D", 0).check();
+    EXPECT_EQ(averagesOf(machine), "60 | 60°C | N/A");
+    EXPECT_EQ(machine.cell("TG0D").objectValue(), 0.0F);
+    machine.lists.gpuSensorNames.clear();
+    machine.temperature("TG0D", 130).check();
+    EXPECT_EQ(machine.cell("TG0D").objectValue(), 0.0F) << "invalid, and no GPU any more";
+}
+
+TEST(CheckCycle, FollowsListsThatAreReplacedByOthersOfTheSameLength) {
+    Machine machine;
+    machine.cpu("TC1C", 40).temperature("TC2C", 70).check();
+    SensorLists others;
+    others.cpuSensorNames = others.validSensorNames = {"TC2C"};
+    machine.lists.cpuSensorNames = std::move(others.cpuSensorNames);
+    machine.lists.validSensorNames = std::move(others.validSensorNames);
+    machine.check();
+    EXPECT_EQ(averagesOf(machine), "70 | 70°C | 70°C");
 }
 
 TEST(CheckCycle, AlertsStrictlyAboveTheLimitOnly) {
