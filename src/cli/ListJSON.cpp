@@ -50,8 +50,8 @@ std::string listJSON(const Snapshot& snapshot, std::optional<std::int32_t> areaT
             sensors.push_back(sensorObject(sensor));
     JSON fans = JSON::array();
     for (const FanModel& fan : snapshot.fans) fans.push_back(fanObject(fan));
-    const std::optional<std::int32_t> rpm =
-        snapshot.fans.empty() ? std::nullopt : std::optional(snapshot.averageRPM);
+    JSON rpm;  // null
+    if (!snapshot.fans.empty()) rpm = snapshot.averageRPM;
     return textOf({{"model", orNull(snapshot.model)},
                    {"source", snapshot.source},
                    {"unit", snapshot.isFahrenheit ? "F" : "C"},
@@ -59,7 +59,7 @@ std::string listJSON(const Snapshot& snapshot, std::optional<std::int32_t> areaT
                    {"averages",
                     {{"all", averageObject(snapshot.allAverage)},
                      {"cpu", averageObject(snapshot.cpuAverage)},
-                     {"rpm", {{"value", orNull(rpm)}, {"text", snapshot.averageRPMText}}}}},
+                     {"rpm", {{"value", std::move(rpm)}, {"text", snapshot.averageRPMText}}}}},
                    {"fans", std::move(fans)}});
 }
 

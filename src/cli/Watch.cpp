@@ -65,7 +65,7 @@ class Watch final : public CycleDisplay {
     Engine& engine_;
     WatchStatistics statistics_;
     Moment start_;
-    std::optional<Moment> lastPaint_;
+    Moment nextPaint_{};
     std::optional<Terminal> terminal_;
     WatchScreen screen_;
     WatchKeys keys_;
@@ -176,8 +176,8 @@ void Watch::reloadData() {
     // Faster than this nobody can read, and a slow line would hold the checks.
     constexpr nanoseconds shortestPause = std::chrono::milliseconds(40);
     const Moment now = dispatch_.now();
-    if (lastPaint_ && now - *lastPaint_ < shortestPause) return;
-    lastPaint_ = now;
+    if (now < nextPaint_) return;
+    nextPaint_ = now + shortestPause;
     paint(false);
 }
 

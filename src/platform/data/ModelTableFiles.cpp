@@ -31,18 +31,20 @@ std::optional<std::string> readText(const std::string& file, std::string& reason
         reason = "not a regular file";
         return std::nullopt;
     }
+    const std::uintmax_t size = fs::file_size(file, error);
+    if (!error && size > largestFile) {
+        reason = "larger than 1 MiB";
+        return std::nullopt;
+    }
+    // Room for the file as it is, not for the longest there may be: clearing that would cost more than all else.
+    std::string text(error ? 0 : static_cast<std::size_t>(size), '\0');
     std::ifstream stream(file, std::ios::binary);
-    std::string text(largestFile + 1, '\0');
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
     if (!stream.is_open() || stream.bad()) {
         reason = "cannot be read";
         return std::nullopt;
     }
     text.resize(static_cast<std::size_t>(stream.gcount()));
-    if (text.size() > largestFile) {
-        reason = "larger than 1 MiB";
-        return std::nullopt;
-    }
     return text;
 }
 

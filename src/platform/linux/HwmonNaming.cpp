@@ -228,7 +228,7 @@ std::string Naming::freeFanKey() {
         if (candidate.isFan()) present.insert(candidate.identity);
     std::string gone;
     for (const char digit : std::string_view("0123456789")) {
-        const std::string key{'F', digit};
+        std::string key{'F', digit};
         if (!store_.isTaken(key)) return key;
         const std::string owner = store_.identityOf(key);
         if (gone.empty() && !owner.empty() && !present.contains(owner)) gone = key;

@@ -17,7 +17,7 @@ struct NamedChannel {
     std::string key;
     /// What people call it. For fans: the label, empty when there is none.
     std::string name;
-    /// The name of an area of the source list: "CPU".
+    /// The name of an area of the source list: "CPU". Empty for fans.
     std::string area;
     /// More channels whose maximum this key shows as well, as (chip, channel) pairs: several batteries under
     /// one key.
@@ -34,7 +34,12 @@ struct HwmonNames {
 
 /// Gives every useful channel a key, a readable name and an area, by the rules in `ruleFiles` (a later file
 /// wins) and by what `store` remembers; new assignments go into `store`. Channels that a rule skips are left
-/// out. `pciIds` is the file with the names of PCI devices.
+/// out, as are inputs without a sensor, and fans beyond the tenth. `pciIds` is the file with the names of PCI
+/// devices.
+///
+/// All keys are different, and so are all names of temperatures. A key that the store knows is kept, so the
+/// keys of fans may have gaps: "F0" and "F2" when the fan between them is gone. The caller loads the store
+/// before and saves it afterwards.
 [[nodiscard]] HwmonNames nameHwmonChannels(const std::vector<HwmonChip>& chips, KeyStore& store,
                                            const std::vector<std::string>& ruleFiles,
                                            const std::string& pciIds);

@@ -138,7 +138,9 @@ std::vector<NamingRule> parseNamingRules(std::string_view text, const std::strin
             reason = parseRest(line, rule);
             if (reason.empty()) rules.push_back(std::move(rule));
         }
-        if (!reason.empty()) problems.push_back(file + ':' + std::to_string(number) + ": " + reason);
+        if (!reason.empty())
+            problems.push_back(
+                std::string(file).append(":").append(std::to_string(number)).append(": ").append(reason));
     }
     return rules;
 }

@@ -141,6 +141,7 @@ void number(std::vector<std::string>& names) {
 std::vector<std::string> sensorNames(const std::vector<NameRequest>& requests, PciNames& pciNames) {
     Expander expander(pciNames);
     std::vector<std::string> names;
+    names.reserve(requests.size());
     for (const NameRequest& request : requests) names.push_back(expander.expand(request));
     number(names);
     std::vector<std::string*> temperatures;

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <sched.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -267,6 +268,7 @@ TEST(KeyStore, LeavesTheOldFileWhenTheDiskIsFull) {
 pid_t writer(const std::string& folder, char mark) {
     const pid_t child = ::fork();
     if (child != 0) return child;
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (;;) {
         KeyStore store(folder);
         for (char c = 'a'; c <= 'z'; ++c) store.assign({'T', mark, c, 'x'}, std::string(200, c) + mark);
