@@ -68,6 +68,7 @@ class Bench:
 
     def __init__(self, program: pathlib.Path, work: pathlib.Path):
         self.work = work
+        self._running: set[subprocess.Popen] = set()
         self.kernel = cache_folder()
         if os.uname().machine != "x86_64":
             raise Unavailable("the guest is an x86_64 machine, this is none")
@@ -114,14 +115,7 @@ class Bench:
             environment = os.environ | {"LD_PRELOAD": str(self.work / "smc-device.so")}
             if machine.keys:
                 environment["SMC_KEYS"] = str(HERE / "keys" / machine.keys)
-            try:
-                done = subprocess.run(
-                    self._command(folder, machine),
-                    env=environment, stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=LONGEST_RUN,
-                )
-                ending = f"the emulator ended with {done.returncode}: {done.stderr}"
-            except subprocess.TimeoutExpired:
-                ending = f"it ran longer than {LONGEST_RUN} s"
+            ending = self._boot(self._command(folder, machine), environment)
             try:
                 with tarfile.open(fileobj=io.BytesIO((folder / "out.tar").read_bytes())) as archive:
                     files = {
@@ -133,6 +127,25 @@ class Bench:
                 messages = (folder / "console").read_text(errors="replace") if (folder / "console").exists() else ""
                 raise RuntimeError(f"the guest left nothing; {ending}\n{messages[-2000:]}") from None
         return Result(files)
+
+    def _boot(self, command: list[str], environment: dict[str, str]) -> str:
+        """How it ended."""
+        output = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.PIPE}
+        with subprocess.Popen(command, env=environment, text=True, **output) as process:
+            self._running.add(process)
+            try:
+                _, errors = process.communicate(timeout=LONGEST_RUN)
+                return f"the emulator ended with {process.returncode}: {errors}"
+            except subprocess.TimeoutExpired:
+                process.kill()
+                return f"it ran longer than {LONGEST_RUN} s"
+            finally:
+                self._running.discard(process)
+
+    def stop(self) -> None:
+        """Ends every guest at once."""
+        for process in list(self._running):
+            process.kill()
 
     def _make_initrd(self, folder: pathlib.Path, script: str) -> None:
         files = folder / "files"
@@ -159,5 +172,5 @@ class Bench:
             command += ["-acpitable", f"file={self.work / 'thermal-zone.aml'}"]
         if machine.has_nvme:  # its medium answers at once: a real one would make the guest's clock race
             command += ["-drive", "if=none,id=medium,driver=null-co,size=64M,read-zeroes=on"]
-            command += ["-device", "nvme,id=drive,drive=medium,serial=1"]
+            command += ["-device", "nvme,drive=medium,serial=1"]
         return command
