@@ -52,7 +52,7 @@ class WatchLog:
 
     def longest_gap(self, begin: float, end: float) -> float:
         """Between two tables, of which the second came in that time."""
-        gaps = [b - a for a, b in zip(self.times, self.times[1:]) if begin <= b <= end]
+        gaps = [round(b - a, 2) for a, b in zip(self.times, self.times[1:]) if begin <= b <= end]
         return max(gaps) if gaps else float("inf")
 
     def values(self, key: str, begin: float = 0, end: float = float("inf")) -> list[str]:

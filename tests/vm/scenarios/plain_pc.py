@@ -1,5 +1,5 @@
-"""A PC without a controller: names and areas for root and an ordinary user, and keys that stay when the kernel finds the
-chips in another order or one of them is missing for a while.
+"""A PC without a controller: names and areas for root and an ordinary user, and keys that stay when the kernel finds
+the chips in another order or one of them is missing for a while.
 """
 
 from guest import Machine

@@ -45,7 +45,8 @@ def check(result, expect):
     table = keys_of((HERE / "keys" / MACHINE.keys).read_text())
     root, user = result.json("root.out"), result.json("user.out")
     expect.equal("source", root["source"], "applesmc")
-    expect.equal("fans", [(fan["name"], fan["rpm"]) for fan in root["fans"]], [("Left Side", 2000), ("Right side", 2100)])
+    fans = [(fan["name"], fan["rpm"]) for fan in root["fans"]]
+    expect.equal("fans", fans, [("Left Side", 2000), ("Right side", 2100)])
     wanted = {k: decoded(v) for k, (kind, v) in table.items() if k[0] == "T" and kind == "sp78"}
     # Probes that are not there read 0 or less; a GPU that reads so may only be asleep.
     wanted = {k: celsius for k, celsius in wanted.items() if celsius > 0 or k == "TG0P"}
