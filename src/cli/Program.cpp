@@ -128,20 +128,7 @@ int runFans(Surroundings& surroundings) {
     return exitNoAnswer;
 }
 
-int flushed(int code, const Streams& streams) {
-    if (!streams.out.flush()) {
-        complain(streams.errors, "standard output: " + streams.out.problem());
-        code = exitNoAnswer;
-    }
-    streams.errors.flush();
-    return code;
-}
-
-}  // namespace
-
-int runCommand(const Options& options, Surroundings& surroundings, Dispatch& dispatch) {
-    Session session(options, surroundings, dispatch);
-    if (!session.open()) return exitNoAnswer;
+int answer(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
     switch (options.command) {
         case Command::list:
             return runList(options, surroundings, session, dispatch);
@@ -157,6 +144,25 @@ int runCommand(const Options& options, Surroundings& surroundings, Dispatch& dis
             break;  // it has a loop of its own
     }
     return exitWrongUse;
+}
+
+int flushed(int code, const Streams& streams) {
+    if (!streams.out.flush()) {
+        complain(streams.errors, "standard output: " + streams.out.problem());
+        code = exitNoAnswer;
+    }
+    streams.errors.flush();
+    return code;
+}
+
+}  // namespace
+
+int runCommand(const Options& options, Surroundings& surroundings, Dispatch& dispatch) {
+    Session session(options, surroundings, dispatch);
+    if (!session.open()) return exitNoAnswer;
+    const int code = answer(options, surroundings, session, dispatch);
+    if (surroundings.leave != nullptr) surroundings.leave(flushed(code, surroundings.streams));
+    return code;
 }
 
 int runProgram(const std::vector<std::string>& arguments, Surroundings& surroundings) {

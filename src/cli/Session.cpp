@@ -21,7 +21,8 @@ class ProviderSysCtl final : public SysCtl {
     explicit ProviderSysCtl(const SensorProvider& provider) : provider_(provider) {}
 
     int sysctlbyname(std::string_view name, char* buffer, std::size_t& size) override {
-        const std::optional<std::string> model = name == "hw.model" ? provider_.modelName() : std::nullopt;
+        if (name == "hw.model" && !std::exchange(isAsked_, true)) model_ = provider_.modelName();
+        const std::optional<std::string> model = name == "hw.model" ? model_ : std::nullopt;
         const std::size_t needed = model ? model->size() + 1 : 0;
         const std::size_t room = std::exchange(size, needed);
         if (!model) return -1;
@@ -33,6 +34,9 @@ class ProviderSysCtl final : public SysCtl {
 
   private:
     const SensorProvider& provider_;
+    /// Asked for twice: first for its length.
+    std::optional<std::string> model_;
+    bool isAsked_ = false;
 };
 
 /// The names that an area of a model table may have: every area but "All".
@@ -100,8 +104,7 @@ ProcessArguments Session::processArguments() const {
 
 std::vector<ModelTable> Session::modelTables(const std::string& model, ProblemList& problems) const {
     std::vector<ModelTable> tables;
-    const auto take = [&](const std::string& folder, const std::string& onlyIdentifier) {
-        ModelTableFiles files = readModelTables(folder, tableAreas, onlyIdentifier);
+    const auto take = [&](ModelTableFiles files) {
         std::move(files.tables.begin(), files.tables.end(), std::back_inserter(tables));
         for (const std::string& problem : files.problems) problems.add(problem);
     };
@@ -109,11 +112,14 @@ std::vector<ModelTable> Session::modelTables(const std::string& model, ProblemLi
         // Named by the user: every file is looked at, so that each mistake is told.
         if (const std::string wrong = folderProblem(*options_.modelTables); !wrong.empty())
             problems.add(*options_.modelTables + ": " + wrong);
-        take(*options_.modelTables, {});
+        take(readModelTables(*options_.modelTables, tableAreas));
         return tables;
     }
-    for (const std::string& folder : {surroundings_.paths.userFolder, surroundings_.paths.dataFolder})
-        if (!folder.empty()) take(folder + "/model-tables", model);
+    const std::string& user = surroundings_.paths.userFolder;
+    const std::string& data = surroundings_.paths.dataFolder;
+    if (!user.empty()) take(readModelTables(user + "/model-tables", tableAreas, model));
+    // The program's own files are named for their machines.
+    if (!data.empty()) take(readModelTableNamed(data + "/model-tables", model, tableAreas));
     return tables;
 }
 

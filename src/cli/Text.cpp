@@ -83,9 +83,15 @@ std::string_view cut(std::string_view text, std::size_t width, std::size_t& take
     return text.substr(0, end);
 }
 
+/// One visible ASCII character a byte, as nearly all texts are.
+bool isPlain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 }  // namespace
 
 std::string cleanText(std::string_view text) {
+    if (isPlain(text)) return std::string(text);
     std::string clean;
     clean.reserve(text.size());
     while (!text.empty()) {
@@ -103,6 +109,7 @@ std::string cleanText(std::string_view text) {
 }
 
 std::size_t displayWidth(std::string_view text) {
+    if (isPlain(text)) return text.size();
     std::size_t width = 0;
     while (!text.empty()) {
         const Character next = firstCharacter(text);

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 
 int main(int argc, char** argv) {
@@ -12,7 +13,7 @@ int main(int argc, char** argv) {
         Output out(STDOUT_FILENO);
         Output errors(STDERR_FILENO);
         LinuxFileManager files;
-        Surroundings surroundings{files, linuxPaths(processEnvironment, executablePath()), {out, errors}};
+        Surroundings surroundings{files, linuxPaths(processEnvironment, executablePath()), {out, errors}, std::_Exit};
         return runProgram(std::vector<std::string>(argv + 1, argv + argc), surroundings);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "calorivo-cli: %s\n", error.what());

@@ -24,12 +24,14 @@ class KeyList {
         ++occurrences_[key];
     }
     void append(const KeyList& others) {
+        occurrences_.reserve(occurrences_.size() + others.occurrences_.size());
         for (const SensorKey key : others.keys_) append(key);
     }
     /// Replaces the contents.
     void assign(std::vector<SensorKey> keys) {
         keys_ = std::move(keys);
         occurrences_.clear();
+        occurrences_.reserve(keys_.size());
         for (const SensorKey key : keys_) ++occurrences_[key];
     }
     void clear() { assign({}); }

@@ -98,4 +98,17 @@ ModelTableFiles readModelTables(const std::string& folder, std::span<const std::
     return all;
 }
 
+ModelTableFiles readModelTableNamed(const std::string& folder, const std::string& identifier,
+                                    std::span<const std::string_view> areas) {
+    const std::string file = folder + "/" + identifier + ".json";
+    std::error_code error;
+    if (identifier.empty() || identifier.find('/') != std::string::npos || !fs::exists(file, error)) return {};
+    std::string reason;
+    const std::optional<std::string> text = readText(file, reason);
+    if (!text) return {{}, {format("%@: %@", file, reason)}};
+    ModelTableFiles one = parseModelTable(*text, file, areas);
+    std::erase_if(one.tables, [&](const ModelTable& table) { return table.identifier != identifier; });
+    return one;
+}
+
 }  // namespace calorivo

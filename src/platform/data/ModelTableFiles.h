@@ -25,6 +25,11 @@ struct ModelTableFiles {
                                               std::span<const std::string_view> areas,
                                               std::string_view onlyIdentifier = {});
 
+/// Reads the folder's file of this name; an absent one gives nothing. For a folder whose files are named for
+/// their machines, IDENTIFIER.json: all others stay unopened. An identifier with a slash has no such file.
+[[nodiscard]] ModelTableFiles readModelTableNamed(const std::string& folder, const std::string& identifier,
+                                                  std::span<const std::string_view> areas);
+
 /// One table from the text of a file; a problem, beginning with `fileName`, when it is not valid.
 [[nodiscard]] ModelTableFiles parseModelTable(std::string_view text, const std::string& fileName,
                                               std::span<const std::string_view> areas);

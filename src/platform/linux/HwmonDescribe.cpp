@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <charconv>
-#include <map>
 #include <optional>
+#include <span>
 
 namespace calorivo {
 
@@ -15,9 +15,15 @@ struct AttributeName {
     HwmonChannel::Kind kind;
     int number;
     std::string_view suffix;
+    const char* file;
+
+    [[nodiscard]] bool isOfSameChannel(const AttributeName& other) const {
+        return kind == other.kind && number == other.number;
+    }
 };
 
-std::optional<AttributeName> parseAttributeName(std::string_view name) {
+std::optional<AttributeName> parseAttributeName(const std::string& file) {
+    std::string_view name = file;
     HwmonChannel::Kind kind{};
     if (name.starts_with("temp")) {
         kind = HwmonChannel::Kind::temperature;
@@ -32,27 +38,33 @@ std::optional<AttributeName> parseAttributeName(std::string_view name) {
     const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), number);
     if (error != std::errc() || number < 0 || end == name.data() + name.size() || *end != '_')
         return std::nullopt;
-    return AttributeName{kind, number, name.substr(static_cast<std::size_t>(end - name.data()) + 1)};
+    return AttributeName{kind, number, name.substr(static_cast<std::size_t>(end - name.data()) + 1),
+                         file.c_str()};
 }
 
 /// The channels that these files make up. Labels only are read: they are constants, even of a chip that
 /// sleeps.
 std::vector<HwmonChannel> channelsOf(const std::vector<std::string>& names, int folder) {
-    using Place = std::pair<HwmonChannel::Kind, int>;
-    std::map<Place, std::vector<std::pair<std::string, std::string_view>>> files;
+    std::vector<AttributeName> attributes;
+    attributes.reserve(names.size());
     for (const std::string& name : names)
-        if (const auto parts = parseAttributeName(name))
-            files[{parts->kind, parts->number}].emplace_back(name, parts->suffix);
+        if (const auto attribute = parseAttributeName(name)) attributes.push_back(*attribute);
+    std::ranges::stable_sort(attributes, [](const AttributeName& a, const AttributeName& b) {
+        return std::pair(a.kind, a.number) < std::pair(b.kind, b.number);
+    });
 
     std::vector<HwmonChannel> channels;
-    for (const auto& [place, channelFiles] : files) {
-        const auto isInput = [](const auto& file) { return file.second == "input"; };
-        if (std::none_of(channelFiles.begin(), channelFiles.end(), isInput)) continue;
+    for (auto first = attributes.begin(); first != attributes.end();) {
+        const auto last = std::find_if(
+            first, attributes.end(), [&](const AttributeName& other) { return !other.isOfSameChannel(*first); });
+        const std::span<const AttributeName> files(first, last);
+        first = last;
+        if (std::ranges::find(files, "input", &AttributeName::suffix) == files.end()) continue;
         HwmonChannel& channel = channels.emplace_back();
-        channel.kind = place.first;
-        channel.number = place.second;
-        for (const auto& [file, suffix] : channelFiles)
-            if (suffix == "label") channel.label = readAttribute(folder, file.c_str()).value_or("");
+        channel.kind = files.front().kind;
+        channel.number = files.front().number;
+        if (const auto label = std::ranges::find(files, "label", &AttributeName::suffix); label != files.end())
+            channel.label = readAttribute(folder, label->file).value_or("");
     }
     return channels;
 }

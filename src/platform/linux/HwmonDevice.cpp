@@ -26,8 +26,7 @@ bool isSuspicious(long value, const Reading& last) {
 }
 
 std::string channelFile(const HwmonChannel& channel, std::string_view suffix) {
-    const std::string_view kind = channel.kind == HwmonChannel::Kind::fan ? "fan" : "temp";
-    return std::string(kind) + std::to_string(channel.number) + "_" + std::string(suffix);
+    return channelName(channel).append("_").append(suffix);
 }
 
 }  // namespace
@@ -73,6 +72,7 @@ bool HwmonDevice::describe() {
     DescribedChip described = describeHwmonChip(sys_, located_);
     chip_ = std::move(described.chip);
     names_ = std::move(described.files);
+    files_.reserve(names_.size());
     constexpr std::uint32_t displayClass = 0x03;
     if (chip_.pciClass >> 8 == displayClass) openRuntimeStatus();
     for (const HwmonChannel& channel : chip_.channels) addChannel(channel);
@@ -91,8 +91,9 @@ void HwmonDevice::firstPassEnded() {
         channel.wasRead = first.wasRead && !first.isAsleep && first.error == 0;
         channel.firstValue = first.value;
         channel.isFaulty = first.error == ENODATA && !files_[item].faultName.empty();
-        const std::size_t minimum = itemOf(channelFile(channel, "min"));
-        if (channel.kind == HwmonChannel::Kind::fan && minimum != none) channel.minimum = peek(minimum).value;
+        if (channel.kind != HwmonChannel::Kind::fan) continue;
+        if (const std::size_t minimum = itemOf(channelFile(channel, "min")); minimum != none)
+            channel.minimum = peek(minimum).value;
     }
 }
 

@@ -8,10 +8,12 @@
 #include "platform/linux/SensorNames.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <set>
 #include <string_view>
 #include <tuple>
+#include <unordered_set>
 
 namespace calorivo {
 namespace {
@@ -51,10 +53,12 @@ std::vector<std::size_t> sortedIndexes(const std::vector<Item>& items, Before be
 }
 
 std::vector<std::size_t> chipOrder(const std::vector<HwmonChip>& chips) {
-    const auto place = [](const HwmonChip& chip) {
-        return std::tuple(steadyPath(chip), steadyName(chip), chip.pciAddress, chip.name);
-    };
-    return sortedIndexes(chips, [&place](const auto& a, const auto& b) { return place(a) < place(b); });
+    using Place = std::tuple<std::string, std::string, std::string_view, std::string_view>;
+    std::vector<Place> places;
+    places.reserve(chips.size());
+    for (const HwmonChip& chip : chips)
+        places.emplace_back(steadyPath(chip), steadyName(chip), chip.pciAddress, chip.name);
+    return sortedIndexes(places, std::less<>());
 }
 
 std::vector<std::size_t> channelOrder(const HwmonChip& chip) {
@@ -110,7 +114,7 @@ class Naming {
     void assignGPUs();
     void assignTemperatures();
     void assignFans();
-    std::string freeFanKey();
+    std::string freeFanKey(const std::set<std::string_view>& present);
     void assign(Candidate& candidate, const std::string& key);
     void name(PciNames& pciNames);
 
@@ -120,7 +124,7 @@ class Naming {
     NamingRules rules_;
     KeySlots slots_;
     std::vector<Candidate> candidates_;
-    std::set<std::string> identities_;
+    std::unordered_set<std::string> identities_;
     NamingRule maximumRule_;
 };
 
@@ -222,10 +226,7 @@ void Naming::assignTemperatures() {
 }
 
 /// The ten numbers of fans are few: the number of one that has gone is given away when all are used.
-std::string Naming::freeFanKey() {
-    std::set<std::string> present;
-    for (const Candidate& candidate : candidates_)
-        if (candidate.isFan()) present.insert(candidate.identity);
+std::string Naming::freeFanKey(const std::set<std::string_view>& present) {
     std::string gone;
     for (const char digit : std::string_view("0123456789")) {
         std::string key{'F', digit};
@@ -238,8 +239,11 @@ std::string Naming::freeFanKey() {
 }
 
 void Naming::assignFans() {
+    std::set<std::string_view> present;
+    for (const Candidate& candidate : candidates_)
+        if (candidate.isFan()) present.insert(candidate.identity);
     for (Candidate& candidate : candidates_)
-        if (candidate.isFan() && candidate.needsKey()) assign(candidate, freeFanKey());
+        if (candidate.isFan() && candidate.needsKey()) assign(candidate, freeFanKey(present));
 }
 
 void Naming::name(PciNames& pciNames) {

@@ -12,11 +12,6 @@ namespace {
 
 constexpr std::string_view hwmonClass = "/class/hwmon";
 
-bool isDigits(std::string_view text) {
-    return !text.empty() &&
-           std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
-}
-
 /// Wireless drivers count their chips on with every reload: the number says nothing.
 std::string withoutCounter(std::string name) {
     const std::size_t digits = name.find_last_not_of("0123456789") + 1;
@@ -31,9 +26,8 @@ std::string withoutCounter(std::string name) {
 /// ".../0000:02:00.0/nvme/nvme0" is the drive in that slot, whatever its number is.
 std::string lastingPath(std::string path) {
     for (const std::string_view moving : {"/hwmon/hwmon", "/nvme/nvme", "/ieee80211/phy"}) {
-        const std::size_t at = path.rfind(moving);
-        if (at != std::string::npos && isDigits(std::string_view(path).substr(at + moving.size())))
-            path.resize(at);
+        const std::string_view stem = std::string_view(path).substr(0, path.find_last_not_of("0123456789") + 1);
+        if (stem.size() < path.size() && stem.ends_with(moving)) path.resize(stem.size() - moving.size());
     }
     // Zones are numbered in the order in which their drivers came; one chip stands for all zones of a type.
     if (lastComponent(path).starts_with("thermal_zone")) path.clear();

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace calorivo {
@@ -48,7 +50,11 @@ class KeyStore {
     bool add(const std::string& key, const std::string& identity);
 
     std::string folder_;
-    std::map<std::string, std::string, std::less<>> keyByIdentity_;
+    /// Identities are long and begin alike: hashing one costs less than comparing it with ten.
+    struct Hash : std::hash<std::string_view> {
+        using is_transparent = void;
+    };
+    std::unordered_map<std::string, std::string, Hash, std::equal_to<>> keyByIdentity_;
     std::map<std::string, std::string, std::less<>> identityByKey_;
     std::set<std::string, std::less<>> reserved_;
     std::vector<std::string> damagedLines_;

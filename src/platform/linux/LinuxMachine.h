@@ -81,6 +81,7 @@ class LinuxSmc::Machine {
     Entry& addEntry(std::string_view key, std::string_view type, Form form);
     void replaceFloatingSpeeds();
     void finishTable();
+    void sortTable();
 
     Entry* find(std::uint32_t key);
     const HwmonDevice& hwmonAt(std::size_t device) const;

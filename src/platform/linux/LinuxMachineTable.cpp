@@ -33,7 +33,7 @@ bool isFanSpeedKey(std::uint32_t key) {
 }
 
 std::string fileOf(const HwmonChannel& channel, std::string_view suffix) {
-    return format(channel.kind == HwmonChannel::Kind::fan ? "fan%d_%@" : "temp%d_%@", channel.number, suffix);
+    return channelName(channel).append("_").append(suffix);
 }
 
 }  // namespace
@@ -257,12 +257,24 @@ void LinuxSmc::Machine::finishTable() {
         own != table_.end())
         table_.erase(own);
     addEntry("#KEY", "ui32", Form::constant);
-    std::sort(table_.begin(), table_.end(), [](const Entry& a, const Entry& b) { return a.key < b.key; });
+    sortTable();
     const auto sameKey = [](const Entry& a, const Entry& b) { return a.key == b.key; };
     table_.erase(std::unique(table_.begin(), table_.end(), sameKey), table_.end());
     for (const Entry& entry : table_)
         if (entry.isListed) order_.push_back(entry.key);
     find(smcCode("#KEY"))->value = encodeUnsigned(static_cast<std::uint32_t>(order_.size()), 4);
+}
+
+/// An entry is large: the keys are sorted, then each entry is moved once.
+void LinuxSmc::Machine::sortTable() {
+    std::vector<std::pair<std::uint32_t, std::size_t>> places;
+    places.reserve(table_.size());
+    for (const Entry& entry : table_) places.emplace_back(entry.key, places.size());
+    std::sort(places.begin(), places.end());
+    std::vector<Entry> sorted;
+    sorted.reserve(table_.size());
+    for (const auto& [key, place] : places) sorted.push_back(std::move(table_[place]));
+    table_ = std::move(sorted);
 }
 
 LinuxSmc::Machine::Source LinuxSmc::Machine::itemOf(std::size_t device, const HwmonChannel& channel,

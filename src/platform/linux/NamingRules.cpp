@@ -83,14 +83,14 @@ bool NamingRules::isChip(const HwmonChip& chip, std::string_view chips) {
 }
 
 bool NamingRules::isAnyPresent(std::string_view chips) const {
-    return std::ranges::any_of(kinds_, [chips](const HwmonChip* chip) { return isChip(*chip, chips); });
+    return std::ranges::any_of(kinds_, [chips](const Kind& kind) { return isChip(*kind.chip, chips); });
 }
 
 NamingRules::NamingRules(const std::vector<HwmonChip>& chips, const std::vector<std::string>& files,
                          std::vector<std::string>& problems) {
     for (const HwmonChip& chip : chips)
-        if (std::ranges::none_of(kinds_, [&chip](const HwmonChip* kind) { return isSameKind(*kind, chip); }))
-            kinds_.push_back(&chip);
+        if (std::ranges::none_of(kinds_, [&chip](const Kind& kind) { return isSameKind(*kind.chip, chip); }))
+            kinds_.push_back({&chip, {}});
     for (const std::string& file : files) {
         const SmallFile contents = readSmallFile(file, SymbolicLinks::followed);
         if (contents.state == SmallFile::State::unusable) problems.push_back(file + ": " + contents.reason);
@@ -99,16 +99,18 @@ NamingRules::NamingRules(const std::vector<HwmonChip>& chips, const std::vector<
             contents.text, file, [this](std::string_view pattern) { return isAnyPresent(pattern); },
             problems));
     }
+    for (Kind& kind : kinds_)
+        for (auto file = files_.rbegin(); file != files_.rend(); ++file)
+            for (const NamingRule& rule : *file)
+                if (isChip(*kind.chip, rule.chips) && (rule.unless.empty() || !isAnyPresent(rule.unless)))
+                    kind.rules.push_back(&rule);
 }
 
 std::vector<const NamingRule*> NamingRules::rulesOf(const HwmonChip& chip) const {
-    // The rules for this chip only, the last file first.
+    const auto kind = std::ranges::find_if(kinds_, [&](const Kind& k) { return isSameKind(*k.chip, chip); });
     std::vector<const NamingRule*> rules;
-    for (auto file = files_.rbegin(); file != files_.rend(); ++file)
-        for (const NamingRule& rule : *file)
-            if (isChip(chip, rule.chips) && (rule.unless.empty() || !isAnyPresent(rule.unless)) &&
-                (rule.with.empty() || hasLabel(chip, rule.with)))
-                rules.push_back(&rule);
+    for (const NamingRule* rule : kind->rules)
+        if (rule->with.empty() || hasLabel(chip, rule->with)) rules.push_back(rule);
 
     std::vector<const NamingRule*> result;
     for (const HwmonChannel& channel : chip.channels) {

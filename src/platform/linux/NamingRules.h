@@ -20,15 +20,21 @@ class NamingRules {
     /// Does the chip column stand for this chip?
     [[nodiscard]] static bool isChip(const HwmonChip& chip, std::string_view chips);
 
-    /// For each channel of a chip its rule, or null: the first that fits of the last file in which one fits.
-    /// The pointers live as long as this object.
+    /// For each channel of one of the chips its rule, or null: the first that fits of the last file in which
+    /// one fits. The pointers live as long as this object.
     [[nodiscard]] std::vector<const NamingRule*> rulesOf(const HwmonChip& chip) const;
 
   private:
     [[nodiscard]] bool isAnyPresent(std::string_view chips) const;
 
-    /// One chip for each different kind: the answer to whether a pattern fits any.
-    std::vector<const HwmonChip*> kinds_;
+    /// A machine has many chips of few kinds.
+    struct Kind {
+        /// The first chip of the kind, which looks like all others to the chip column.
+        const HwmonChip* chip;
+        /// The rules for this kind only, those of the last file first.
+        std::vector<const NamingRule*> rules;
+    };
+    std::vector<Kind> kinds_;
     std::vector<std::vector<NamingRule>> files_;
 };
 

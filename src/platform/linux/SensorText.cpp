@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <set>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace calorivo {
 namespace {
@@ -77,7 +77,7 @@ std::string cleanedText(std::string_view text) {
 }
 
 void makeUnique(std::vector<std::string*>& texts) {
-    std::set<std::string> used;
+    std::unordered_set<std::string> used;
     for (const std::string* text : texts) used.insert(*text);
     // How many have borne each text, so that many equal ones are numbered without counting anew each time.
     std::unordered_map<std::string, int> counts;

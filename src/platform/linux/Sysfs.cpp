@@ -80,10 +80,17 @@ AttributeReading readOpenNumber(int descriptor) {
 std::vector<std::string> namesInFolder(int folder) {
     // Straight from the kernel: a directory stream of the C library takes five more calls for each folder.
     std::vector<std::string> names;
+    constexpr std::size_t usually = 32;
+    names.reserve(usually);
     alignas(dirent64) std::array<char, 32768>
         buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled
-    lseek(folder, 0, SEEK_SET);
-    for (ssize_t length = 0; (length = getdents64(folder, buffer.data(), buffer.size())) > 0;) {
+    ssize_t length = getdents64(folder, buffer.data(), buffer.size());
+    if (length == 0) {
+        // Every folder lists at least itself: this one has been listed before, and stands at its end.
+        lseek(folder, 0, SEEK_SET);
+        length = getdents64(folder, buffer.data(), buffer.size());
+    }
+    for (; length > 0; length = getdents64(folder, buffer.data(), buffer.size())) {
         for (ssize_t at = 0; at < length;) {
             const auto* const entry = reinterpret_cast<const dirent64*>(buffer.data() + at);
             const std::string_view name(entry->d_name);

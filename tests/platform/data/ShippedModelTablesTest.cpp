@@ -89,6 +89,14 @@ TEST(ShippedModelTables, AreReadWithoutProblems) {
     EXPECT_EQ(identifiers, (Texts{"MacBookPro11,4", "MacBookPro11,5", "MacPro6,1"}));
 }
 
+TEST(ShippedModelTables, AreFoundByTheNamesOfTheirFiles) {
+    for (const ModelTable& table : readModelTables(shippedFolder, areaNames).tables) {
+        const ModelTableFiles named = readModelTableNamed(shippedFolder, table.identifier, areaNames);
+        ASSERT_EQ(named.tables.size(), 1U) << table.identifier;
+        EXPECT_EQ(named.tables[0].entries, table.entries);
+    }
+}
+
 TEST(ShippedModelTables, HoldTheEntriesOfTheLaptopWithOneGPU) {
     const ModelTableFiles files = readModelTables(shippedFolder, areaNames, "MacBookPro11,4");
     ASSERT_EQ(files.tables.size(), 1U);
