@@ -26,7 +26,7 @@ JSON sensorObject(const SensorReading& sensor) {
 }
 
 JSON averageObject(const AverageReading& average) {
-    return {{"celsius", orNull(average.celsius)}, {"text", average.text}};
+    return {{"celsius", average.celsius}, {"text", average.text}};
 }
 
 JSON fanObject(const FanModel& fan) {
@@ -50,8 +50,6 @@ std::string listJSON(const Snapshot& snapshot, std::optional<std::int32_t> areaT
             sensors.push_back(sensorObject(sensor));
     JSON fans = JSON::array();
     for (const FanModel& fan : snapshot.fans) fans.push_back(fanObject(fan));
-    JSON rpm;  // null
-    if (!snapshot.fans.empty()) rpm = snapshot.averageRPM;
     return textOf({{"model", orNull(snapshot.model)},
                    {"source", snapshot.source},
                    {"unit", snapshot.isFahrenheit ? "F" : "C"},
@@ -59,7 +57,7 @@ std::string listJSON(const Snapshot& snapshot, std::optional<std::int32_t> areaT
                    {"averages",
                     {{"all", averageObject(snapshot.allAverage)},
                      {"cpu", averageObject(snapshot.cpuAverage)},
-                     {"rpm", {{"value", std::move(rpm)}, {"text", snapshot.averageRPMText}}}}},
+                     {"rpm", {{"value", snapshot.averageRPM}, {"text", snapshot.averageRPMText}}}}},
                    {"fans", std::move(fans)}});
 }
 

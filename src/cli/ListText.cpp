@@ -44,7 +44,7 @@ std::vector<Group> areaGroups(const Snapshot& snapshot, std::optional<std::int32
 
 Group averageGroup(const Snapshot& snapshot) {
     const auto line = [](const char* name, const AverageReading& average) {
-        return Line{name, {}, average.text, levelOf(average.celsius.value_or(0)), {}};
+        return Line{name, {}, average.text, levelOf(average.celsius), {}};
     };
     return {"Averages", {line("CPU", snapshot.cpuAverage), line("All sensors", snapshot.allAverage)}};
 }

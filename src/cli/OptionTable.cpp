@@ -78,7 +78,7 @@ constexpr OptionRow jsonRow{"--json", "", "one JSON object instead of text", sto
 
 constexpr OptionRow commonRows[] = {
     {"--keysfile", "FILE", "read a dump of values instead of the machine", storeText<&Options::keysFile>},
-    {"--simulate", "[SEED]", "a simulated machine; the same seed gives the same values", storeSeed},
+    {"--simulate", "[SEED]", "a simulated machine; same seed, same values", storeSeed},
     {"--sys", "DIR", "read DIR in place of /sys", storeText<&Options::sys>},
     {"--custommodel", "MODEL", "take the machine for this model", storeText<&Options::customModel>},
     {"--model-tables", "DIR", "model tables from DIR only", storeText<&Options::modelTables>},
@@ -91,7 +91,7 @@ constexpr OptionRow listRows[] = {
     jsonRow,
 };
 constexpr OptionRow watchRows[] = {
-    {"--interval", "SECONDS", "time between two checks, 5 unless given; 0 for no pause", storeInterval},
+    {"--interval", "SECONDS", "time between two checks: 5 unless given, 0 for none", storeInterval},
     {"--cycles", "COUNT", "end after so many checks", storeCycles},
     {"--quiet", "", "show nothing until the end", storeFlag<&Options::isQuiet>},
     fahrenheitRow,
@@ -107,10 +107,10 @@ constexpr OptionRow whyRows[] = {
 constexpr CommandRow rows[] = {
     {Command::list, "list", "every temperature and fan by area (the default)", listRows},
     {Command::watch, "watch", "the same, live, with minimum and maximum", watchRows},
-    {Command::keys, "keys", "every key with its raw value; its output is a keys file", {}},
+    {Command::keys, "keys", "every key with its raw value, as a keys file", {}},
     {Command::fans, "fans", "every fan with its speeds and mode", {}},
     {Command::row, "row", "one check as the log writes it: header and row", rowRows},
-    {Command::why, "why", "where the reading of one key comes from, or why it is not shown", whyRows},
+    {Command::why, "why", "where a reading comes from, or why it is hidden", whyRows},
 };
 
 }  // namespace

@@ -25,9 +25,9 @@ struct SensorReading {
     bool isValid;
 };
 
-/// An average of temperatures: no number where nothing counts.
+/// An average of temperatures, °C; 0 where nothing counts.
 struct AverageReading {
-    std::optional<double> celsius;
+    double celsius;
     std::string text;
 };
 

@@ -13,7 +13,8 @@ int main(int argc, char** argv) {
         Output out(STDOUT_FILENO);
         Output errors(STDERR_FILENO);
         LinuxFileManager files;
-        Surroundings surroundings{files, linuxPaths(processEnvironment, executablePath()), {out, errors}, std::_Exit};
+        Surroundings surroundings{
+            files, linuxPaths(processEnvironment, executablePath()), {out, errors}, std::_Exit};
         return runProgram(std::vector<std::string>(argv + 1, argv + argc), surroundings);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "calorivo-cli: %s\n", error.what());

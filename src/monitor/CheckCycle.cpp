@@ -113,6 +113,8 @@ void CheckCycle::alertAverage(double average) {
 
 void CheckCycle::publishAverages(double average, double cpuAverage) {
     Averages& averages = parts_.averages;
+    averages.avgTemp = average;
+    averages.avgCPUTemp = cpuAverage;
     averages.currentAvgTmp = static_cast<std::int32_t>(average);
     averages.avgTempAsString = parts_.reader.convertDegreesToString(average);
     averages.avgCPUTempAsString = parts_.reader.convertDegreesToString(cpuAverage);

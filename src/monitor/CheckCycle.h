@@ -22,6 +22,9 @@ struct Averages {
     Property<std::int32_t> currentAvgTmp;
     Property<std::string> avgTempAsString;
     Property<std::string> avgCPUTempAsString;
+    /// The two averages as they were computed, °C; 0 when no sensor counted.
+    Property<double> avgTemp;
+    Property<double> avgCPUTemp;
     /// Declared beside the others; no check writes it.
     Property<std::string> ambientTempAsString;
 };

@@ -102,7 +102,8 @@ ModelTableFiles readModelTableNamed(const std::string& folder, const std::string
                                     std::span<const std::string_view> areas) {
     const std::string file = folder + "/" + identifier + ".json";
     std::error_code error;
-    if (identifier.empty() || identifier.find('/') != std::string::npos || !fs::exists(file, error)) return {};
+    if (identifier.empty() || identifier.find('/') != std::string::npos || !fs::exists(file, error))
+        return {};
     std::string reason;
     const std::optional<std::string> text = readText(file, reason);
     if (!text) return {{}, {format("%@: %@", file, reason)}};

@@ -55,15 +55,17 @@ std::vector<HwmonChannel> channelsOf(const std::vector<std::string>& names, int 
 
     std::vector<HwmonChannel> channels;
     for (auto first = attributes.begin(); first != attributes.end();) {
-        const auto last = std::find_if(
-            first, attributes.end(), [&](const AttributeName& other) { return !other.isOfSameChannel(*first); });
+        const auto last = std::find_if(first, attributes.end(), [&](const AttributeName& other) {
+            return !other.isOfSameChannel(*first);
+        });
         const std::span<const AttributeName> files(first, last);
         first = last;
         if (std::ranges::find(files, "input", &AttributeName::suffix) == files.end()) continue;
         HwmonChannel& channel = channels.emplace_back();
         channel.kind = files.front().kind;
         channel.number = files.front().number;
-        if (const auto label = std::ranges::find(files, "label", &AttributeName::suffix); label != files.end())
+        if (const auto label = std::ranges::find(files, "label", &AttributeName::suffix);
+            label != files.end())
             channel.label = readAttribute(folder, label->file).value_or("");
     }
     return channels;

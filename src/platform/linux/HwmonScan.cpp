@@ -26,7 +26,8 @@ std::string withoutCounter(std::string name) {
 /// ".../0000:02:00.0/nvme/nvme0" is the drive in that slot, whatever its number is.
 std::string lastingPath(std::string path) {
     for (const std::string_view moving : {"/hwmon/hwmon", "/nvme/nvme", "/ieee80211/phy"}) {
-        const std::string_view stem = std::string_view(path).substr(0, path.find_last_not_of("0123456789") + 1);
+        const std::string_view stem =
+            std::string_view(path).substr(0, path.find_last_not_of("0123456789") + 1);
         if (stem.size() < path.size() && stem.ends_with(moving)) path.resize(stem.size() - moving.size());
     }
     // Zones are numbered in the order in which their drivers came; one chip stands for all zones of a type.

@@ -95,6 +95,9 @@ void LinuxSmc::Machine::describeDevices() {
             problems_.push_back(format("%@: no answer within %d seconds; left out until the next start",
                                        hwmon_[i] ? hwmon_[i]->place() : std::string(macChip),
                                        openingPatience.count() / 1000));
+        else if (devices_[i] == controller_)
+            problems_.push_back(
+                format("%@: no answer from the controller; left out until the next start", macChip));
     }
 }
 

@@ -143,8 +143,10 @@ std::optional<std::uint32_t> KeysFileSmc::keyAt(std::uint32_t index) {
 }
 
 kern_return_t KeysFileSmc::keyInformation(std::uint32_t key, SmcKeyInformation& information) {
-    if (const Entry* const entry = find(key))
-        information = {.dataSize = static_cast<std::uint32_t>(entry->bytes.size()), .dataType = entry->type};
+    const Entry* const entry = find(key);
+    // A failure, not an empty value: a fan whose identification was not recorded keeps its plain name.
+    if (entry == nullptr) return io_return::notFound;
+    information = {.dataSize = static_cast<std::uint32_t>(entry->bytes.size()), .dataType = entry->type};
     return io_return::success;
 }
 
