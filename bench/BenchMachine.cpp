@@ -58,7 +58,8 @@ kern_return_t MemorySmc::keyInformation(std::uint32_t key, SmcKeyInformation& in
 
 kern_return_t MemorySmc::readBytes(std::uint32_t key, std::span<std::uint8_t, 32> bytes) {
     if (const Entry* entry = find(key))
-        for (std::size_t i = 0; i < 4; ++i) bytes[i] = static_cast<std::uint8_t>(entry->value >> (24 - 8 * i));
+        for (std::size_t i = 0; i < 4; ++i)
+            bytes[i] = static_cast<std::uint8_t>(entry->value >> (24 - 8 * i));
     return io_return::success;
 }
 

@@ -20,7 +20,8 @@ namespace calorivo::bench {
 /// So many different temperature keys of all the areas that have room for them, in byte order.
 [[nodiscard]] std::vector<SensorKey> temperatureKeys(std::size_t count);
 
-/// A controller in memory with these temperature keys and "#KEY". While it lives it is the connected provider.
+/// A controller in memory with these temperature keys and "#KEY". While it lives it is the connected
+/// provider.
 class MemorySmc final : public SmcService {
   public:
     explicit MemorySmc(const std::vector<SensorKey>& keys);
@@ -28,7 +29,9 @@ class MemorySmc final : public SmcService {
 
     [[nodiscard]] std::string_view sourceName() const override { return "memory"; }
     [[nodiscard]] std::optional<std::string> modelName() const override { return std::nullopt; }
-    [[nodiscard]] std::optional<KeyOrigin> originOf(std::string_view /*key*/) override { return std::nullopt; }
+    [[nodiscard]] std::optional<KeyOrigin> originOf(std::string_view /*key*/) override {
+        return std::nullopt;
+    }
 
   protected:
     bool isPresent() override { return true; }

@@ -3,8 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
-// What is done at every check: each sensor is read through the record exchange, decoded, kept, averaged and shown in
-// its cell. The argument is the number of sensors. `allocs_per_cycle` must be 0.
+// What is done at every check: each sensor is read through the record exchange, decoded, kept, averaged and
+// shown in its cell. The argument is the number of sensors. `allocs_per_cycle` must be 0.
 
 namespace calorivo::bench {
 namespace {

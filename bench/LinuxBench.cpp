@@ -6,15 +6,15 @@
 
 #include <benchmark/benchmark.h>
 
-// The provider of real machines on a tree of files: the argument is the number of temperatures in it, twenty a chip.
+// The provider of real machines on a tree of files: the argument is the number of temperatures in it, twenty
+// a chip.
 
 namespace calorivo::bench {
 namespace {
 
 void fill(test::FakeTree& tree, std::int64_t channels) {
     for (int number = 0; channels > 0; ++number) {
-        const std::string chip =
-            tree.chip(number, "coretemp", "platform/coretemp." + std::to_string(number));
+        const std::string chip = tree.chip(number, "coretemp", "platform/coretemp." + std::to_string(number));
         for (int channel = 1; channel <= 20 && channels > 0; ++channel, --channels)
             tree.temperature(chip, channel, std::to_string(40000 + 250 * channel),
                              "Core " + std::to_string(channel - 1));

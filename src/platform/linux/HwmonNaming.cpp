@@ -242,8 +242,12 @@ void Naming::assignFans() {
     std::set<std::string_view> present;
     for (const Candidate& candidate : candidates_)
         if (candidate.isFan()) present.insert(candidate.identity);
-    for (Candidate& candidate : candidates_)
-        if (candidate.isFan() && candidate.needsKey()) assign(candidate, freeFanKey(present));
+    for (Candidate& candidate : candidates_) {
+        if (!candidate.isFan() || !candidate.needsKey()) continue;
+        const std::string key = freeFanKey(present);
+        if (key.empty()) return;  // and none for the rest
+        assign(candidate, key);
+    }
 }
 
 void Naming::name(PciNames& pciNames) {

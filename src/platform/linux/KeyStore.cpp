@@ -30,6 +30,7 @@ std::string escaped(std::string_view text) {
 
 /// The opposite; none when a backslash is followed by anything else.
 std::optional<std::string> unescaped(std::string_view text) {
+    if (text.find('\\') == std::string_view::npos) return std::string(text);
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] != '\\') {
@@ -99,12 +100,13 @@ void KeyStore::load() {
         rest.remove_prefix(std::min(end + 1, rest.size()));
         if (line.empty()) continue;
         std::string reason;
-        const std::optional<std::string> identity = identityOfLine(line, reason);
-        const std::string key(line.substr(0, line.find('\t')));
+        std::optional<std::string> identity = identityOfLine(line, reason);
+        std::string key(line.substr(0, line.find('\t')));
         if (identity && (identityByKey_.contains(key) || keyByIdentity_.contains(*identity)))
             reason = "its key or sensor has a line already";
         if (reason.empty()) {
-            add(key, *identity);
+            keyByIdentity_.emplace(*identity, key);
+            identityByKey_.emplace_hint(identityByKey_.end(), std::move(key), std::move(*identity));
         } else {
             damagedLines_.emplace_back(line);
             problems_.push_back(path() + ':' + std::to_string(number) + ": " + reason);
