@@ -137,6 +137,24 @@ TEST_F(ModelTableFolder, GivesNothingWhenItIsAbsent) {
     EXPECT_EQ(files.problems, Texts{});
 }
 
+TEST_F(ModelTableFolder, OpensOnlyTheFileThatIsNamedForTheMachine) {
+    write("Box2,1.json", table("Box2,1"));
+    write("Box3,1.json", table("Box4,1"));
+    write("Box5,1.json", "no table");
+    const auto named = [this](const std::string& identifier) {
+        return readModelTableNamed(folder_, identifier, areaNames);
+    };
+    ASSERT_EQ(named("Box2,1").tables.size(), 1U);
+    EXPECT_EQ(named("Box2,1").tables[0].identifier, "Box2,1");
+    EXPECT_EQ(named("Box2,1").problems, Texts{}) << "the broken file of another machine";
+    EXPECT_TRUE(named("Box3,1").tables.empty()) << "it holds another machine's";
+    EXPECT_EQ(named("Box5,1").problems.size(), 1U);
+    for (const char* const absent : {"Box6,1", "", "../Box2,1", "x/Box2,1"}) {
+        EXPECT_TRUE(named(absent).tables.empty()) << absent;
+        EXPECT_EQ(named(absent).problems, Texts{}) << absent;
+    }
+}
+
 TEST_F(ModelTableFolder, ReportsWhatIsNoFolder) {
     write("file", "");
     EXPECT_EQ(readModelTables(folder_ + "/file", areaNames).problems,
