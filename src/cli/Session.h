@@ -17,7 +17,7 @@ namespace calorivo {
 struct Surroundings {
     FileManager& files;
     LinuxPaths paths;
-    Streams streams;
+    Streams streams;  // NOLINT(cppcoreguidelines-pro-type-member-init): two references
     /// Ends the process at once, with this exit code. A command that has given its answer calls it when it is
     /// there: the system takes all back in one go, closing each sensor's file takes a call for each.
     void (*leave)(int code) = nullptr;
