@@ -14,10 +14,11 @@
 namespace calorivo {
 
 /// What the program finds around it: the system's files, its own folders, and where it prints.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): made of references, it cannot be begun without them
 struct Surroundings {
     FileManager& files;
     LinuxPaths paths;
-    Streams streams;  // NOLINT(cppcoreguidelines-pro-type-member-init): two references
+    Streams streams;
     /// Ends the process at once, with this exit code. A command that has given its answer calls it when it is
     /// there: the system takes all back in one go, closing each sensor's file takes a call for each.
     void (*leave)(int code) = nullptr;
