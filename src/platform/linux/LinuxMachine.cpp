@@ -34,10 +34,21 @@ std::optional<std::uint32_t> LinuxSmc::Machine::keyAt(std::uint32_t index) const
 }
 
 LinuxSmc::Machine::Entry* LinuxSmc::Machine::find(std::uint32_t key) {
+    if (lastFound_ < table_.size()) {
+        // A value is asked for twice: for what it is, and for its bytes.
+        Entry& last = table_[lastFound_];
+        if (last.key == key) return &last;
+        // Each check asks for the same keys in the same order.
+        if (table_[last.followedBy].key == key) return &table_[lastFound_ = last.followedBy];
+    }
     const auto found =
         std::lower_bound(table_.begin(), table_.end(), key,
                          [](const Entry& entry, std::uint32_t wanted) { return entry.key < wanted; });
-    return found != table_.end() && found->key == key ? &*found : nullptr;
+    if (found == table_.end() || found->key != key) return nullptr;
+    const auto place = static_cast<std::size_t>(found - table_.begin());
+    if (lastFound_ < table_.size()) table_[lastFound_].followedBy = place;
+    lastFound_ = place;
+    return &*found;
 }
 
 kern_return_t LinuxSmc::Machine::keyInformation(std::uint32_t key, SmcKeyInformation& information) {
@@ -134,8 +145,8 @@ kern_return_t LinuxSmc::Machine::highest(const Entry& entry, Current& result) {
 Reading LinuxSmc::Machine::current(Source source) {
     ReadingsDevice& device = *devices_[source.first];
     const nanoseconds now = timeSinceBoot();
-    refreshIfDue(now, options_.minimumAge.count() == 0 && device.peek(source.second).wasAsked);
     Reading reading = device.ask(source.second);
+    if (refreshIfDue(now, reading.wasAsked)) reading = device.ask(source.second);
     if (!reading.isCurrent && !threads_->isBusy(source.first)) {
         // The last pass left it out, because nobody had asked for it for a while.
         device.request(source.second);
@@ -148,12 +159,13 @@ Reading LinuxSmc::Machine::current(Source source) {
     return reading;
 }
 
-void LinuxSmc::Machine::refreshIfDue(nanoseconds now, bool wasAsked) {
+bool LinuxSmc::Machine::refreshIfDue(nanoseconds now, bool wasAsked) {
     const bool isDue = options_.minimumAge.count() > 0 ? now - refreshedAt_ >= options_.minimumAge : wasAsked;
-    if (!isDue) return;
+    if (!isDue) return false;
     interval_ = now - refreshedAt_;
     threads_->run(DeviceJob::refresh, described_, refreshPatience);
     refreshedAt_ = timeSinceBoot();
+    return true;
 }
 
 std::optional<KeyOrigin> LinuxSmc::Machine::originOf(std::uint32_t key) {

@@ -60,6 +60,8 @@ class LinuxSmc::Machine {
         EncodedValue value;
         /// Several sources: the highest of them counts.
         std::vector<Source> sources;
+        /// The place in the table of the key that was asked for after this one the last time.
+        std::size_t followedBy = 0;
         bool isListed = true;
         bool hasPending = false;
     };
@@ -88,7 +90,8 @@ class LinuxSmc::Machine {
     [[nodiscard]] Source itemOf(std::size_t device, const HwmonChannel& channel,
                                 std::string_view suffix) const;
     Reading current(Source source);
-    void refreshIfDue(std::chrono::nanoseconds now, bool wasAsked);
+    /// True when it has been.
+    bool refreshIfDue(std::chrono::nanoseconds now, bool wasAsked);
     kern_return_t highest(const Entry& entry, Current& current);
     kern_return_t encode(Entry& entry, EncodedValue& value);
     [[nodiscard]] std::string describe(Source source, const Reading& reading) const;
@@ -107,6 +110,8 @@ class LinuxSmc::Machine {
     std::unique_ptr<DeviceThreads> threads_;
     KeyStore store_;
     std::vector<Entry> table_;
+    /// The place of the entry that was asked for last.
+    std::size_t lastFound_ = 0;
     /// The keys in the order in which they are walked.
     std::vector<std::uint32_t> order_;
     std::vector<ModelTableEntry> machineSensors_;

@@ -18,13 +18,21 @@ std::chrono::nanoseconds timeSinceBoot() {
 }
 
 Reading ReadingsDevice::ask(std::size_t item) {
-    const std::lock_guard lock(mutex_);
-    Item& asked = items_[item];
-    asked.askedInPass = pass_;
-    Reading reading = asked.reading;
-    reading.isCurrent = reading.pass == pass_;
-    asked.reading.wasAsked = true;
+    if (published_.load(std::memory_order_acquire) != takenOver_) takeOver();
+    Reading reading = readings_[item];
+    readings_[item].wasAsked = true;
     return reading;
+}
+
+void ReadingsDevice::takeOver() {
+    const std::lock_guard lock(mutex_);
+    readings_.resize(items_.size());
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        if (readings_[i].wasAsked) items_[i].askedInPass = pass_;
+        readings_[i] = items_[i].reading;
+        readings_[i].isCurrent = readings_[i].pass == pass_;
+    }
+    takenOver_ = published_.load(std::memory_order_relaxed);
 }
 
 Reading ReadingsDevice::peek(std::size_t item) const {
@@ -67,29 +75,29 @@ void ReadingsDevice::choose(DeviceJob job) {
     for (std::size_t i = 0; i < items_.size(); ++i)
         if (isForRequested ? items_[i].isRequested : pass_ - items_[i].askedInPass <= passesToRemember)
             chosen_.push_back(i);
-    results_.resize(chosen_.size());
-    for (std::size_t i = 0; i < chosen_.size(); ++i) results_[i] = items_[chosen_[i]].reading;
+    results_.resize(items_.size());
 }
 
 void ReadingsDevice::publish() {
     const std::lock_guard lock(mutex_);
-    for (std::size_t i = 0; i < chosen_.size(); ++i) {
-        Item& item = items_[chosen_[i]];
+    for (const std::size_t i : chosen_) {
+        Item& item = items_[i];
         item.reading = results_[i];
         item.reading.pass = pass_;
         item.isRequested = false;
     }
+    published_.fetch_add(1, std::memory_order_release);
 }
 
 void ReadingsDevice::readItems() {
     const bool isAwake = beginPass();
-    for (std::size_t i = 0; i < chosen_.size(); ++i) {
+    for (const std::size_t i : chosen_) {
         const Reading last = results_[i];
         Reading& reading = results_[i];
         reading = {};
         reading.wasRead = true;
         if (isAwake)
-            readItem(chosen_[i], last, reading);
+            readItem(i, last, reading);
         else
             reading.isAsleep = true;
         reading.at = timeSinceBoot();

@@ -3,6 +3,7 @@
 #include "platform/linux/DeviceThreads.h"
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
@@ -69,6 +70,7 @@ class ReadingsDevice : public Device {
         unsigned askedInPass = neverAsked;
         bool isRequested = false;
     };
+    void takeOver();
     void choose(DeviceJob job);
     void readItems();
     void publish();
@@ -77,7 +79,13 @@ class ReadingsDevice : public Device {
     std::vector<Item> items_;
     unsigned pass_ = 10;
     bool isDescribed_ = false;
-    /// The job's own: which items it reads, and what it read.
+    /// How many jobs have published what they read.
+    std::atomic<unsigned> published_ = 0;
+    /// The owner's own: what was published up to `takenOver_`. It takes all readings at once, because each
+    /// check asks for all of them.
+    std::vector<Reading> readings_;
+    unsigned takenOver_ = 0;
+    /// The job's own: which items it reads, and what it read last of all.
     std::vector<std::size_t> chosen_;
     std::vector<Reading> results_;
 };

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <limits>
 
 namespace calorivo {
 
@@ -30,6 +31,13 @@ ssize_t readWhole(int descriptor, std::span<char> buffer) {
 std::optional<long> parseAttributeNumber(std::string_view text) {
     text = withoutLineFeed(text);
     long number = 0;
+    // As nearly all are: digits only, and too few of them to be out of range.
+    if (!text.empty() && text.size() <= std::numeric_limits<long>::digits10) {
+        const auto* digit = text.begin();
+        for (; digit != text.end() && *digit >= '0' && *digit <= '9'; ++digit)
+            number = number * 10 + (*digit - '0');
+        if (digit == text.end()) return number;
+    }
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
     return number;
