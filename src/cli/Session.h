@@ -14,6 +14,7 @@
 namespace calorivo {
 
 /// What the program finds around it: the system's files, its own folders, and where it prints.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): made of references, it cannot be begun without them
 struct Surroundings {
     FileManager& files;
     LinuxPaths paths;

@@ -27,7 +27,7 @@ struct SensorReading {
 
 /// An average of temperatures, °C; 0 where nothing counts.
 struct AverageReading {
-    double celsius;
+    double celsius = 0;
     std::string text;
 };
 

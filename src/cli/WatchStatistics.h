@@ -28,9 +28,9 @@ class WatchStatistics {
   public:
     struct Sensor {
         SensorKey key;
-        const Area* area;
+        const Area* area = nullptr;
         /// The reader's last value; null until it was read.
-        const double* celsius;
+        const double* celsius = nullptr;
         Extent extent;
     };
 

@@ -29,6 +29,11 @@ class Value {
     // NOLINTEND(google-explicit-constructor)
 
     [[nodiscard]] bool isNil() const { return std::holds_alternative<std::monostate>(held_); }
+    /// A flag, a whole number or a fraction.
+    [[nodiscard]] bool isNumber() const {
+        return std::holds_alternative<bool>(held_) || std::holds_alternative<std::int32_t>(held_) ||
+               std::holds_alternative<double>(held_);
+    }
     /// A number other than 0, or a text that begins with Y, y, T, t or a digit 1 to 9.
     [[nodiscard]] bool boolValue() const;
     /// Fractions are cut toward zero; what does not fit in 32 bits becomes the nearest that does; texts are

@@ -12,7 +12,7 @@ namespace calorivo {
 /// One temperature of a keys file, in whole degrees Celsius.
 struct KeysFileEntry {
     SensorKey key;
-    int temperature;
+    int temperature = 0;
     friend bool operator==(const KeysFileEntry&, const KeysFileEntry&) = default;
 };
 

@@ -67,6 +67,7 @@ void SensorDiscovery::getAllSensors(const ProcessArguments& arguments, const Dis
     for (const auto list : sortingOrder) sortSensorNamesAndRemoveDuplicates(lists_.*list, lists_, naming_);
     for (const auto list : validSensorOrder) lists_.validSensorNames.append(lists_.*list);
     if (steps.setupSourceList) steps.setupSourceList();
+    if (!lists_.hasCustomCellMap) return;
     // Kept: a cell restored from the last run is replaced, so that recorded maxima start afresh.
     for (const SensorKey key : lists_.validSensorNames)
         lists_.sensorNameToCustomCellMap[key.text()] = lists_.customCell;

@@ -2,6 +2,7 @@
 
 #include "platform/Property.h"
 #include "sensors/KeyList.h"
+#include "ui/CellMapArchive.h"
 #include "ui/QZTemperatureLevelIndicatorCell.h"
 
 #include <cstdint>
@@ -48,7 +49,10 @@ struct SensorLists {
     KeyList validSensorNames;
 
     /// One level cell for each sensor, by key; drives, by serial, get theirs when they are first shown.
-    std::unordered_map<std::string, QZTemperatureLevelIndicatorCell> sensorNameToCustomCellMap;
+    CellMap sensorNameToCustomCellMap;
+    /// Unset when the archived cells could not be read: then there is no map in this run, and nothing may be
+    /// entered into it.
+    bool hasCustomCellMap = true;
     /// The prototype that new cells are copied from.
     QZTemperatureLevelIndicatorCell customCell;
 };

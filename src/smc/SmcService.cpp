@@ -59,7 +59,7 @@ kern_return_t SmcService::IOConnectCallStructMethod(io_connect_t connection, std
     if (selector != smcStructMethodSelector || inputSize != sizeof(SMCKeyData) ||
         outputSize != sizeof(SMCKeyData))
         return io_return::badArgument;
-    SMCKeyData in;
+    SMCKeyData in;  // NOLINT(cppcoreguidelines-pro-type-member-init): overwritten whole
     SMCKeyData out{};
     std::memcpy(&in, input, sizeof in);
     const kern_return_t result = answer(in, out);

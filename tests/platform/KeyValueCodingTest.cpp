@@ -207,5 +207,10 @@ TEST(KeyValueCoding, TakesTheLastDefinitionOfAKey) {
     EXPECT_EQ(settings.keys.valueForKey("limit"), Value(11));
 }
 
+TEST(Value, IsANumberForFlagsWholeNumbersAndFractions) {
+    for (const Value& value : {Value(false), Value(0), Value(2.5)}) EXPECT_TRUE(value.isNumber());
+    for (const Value& value : {Value(), Value("7"), Value(Data{7})}) EXPECT_FALSE(value.isNumber());
+}
+
 }  // namespace
 }  // namespace calorivo

@@ -173,6 +173,14 @@ TEST_F(SensorDiscoveryTest, GivesEverySensorAFreshCopyOfThePrototypeCell) {
     EXPECT_EQ(lists.sensorNameToCustomCellMap.at("SERIAL").maxUsedValue(), 55);
 }
 
+TEST_F(SensorDiscoveryTest, GivesNoCellsWhileThereIsNoMapForThem) {
+    smc.setTemperature("TC0P", 42);
+    lists.hasCustomCellMap = false;
+    discover();
+    EXPECT_EQ(lists.validSensorNames, (KeyList{"TC0P"}));
+    EXPECT_TRUE(lists.sensorNameToCustomCellMap.empty());
+}
+
 TEST_F(SensorDiscoveryTest, TakesTheHotterAmbientSensorByALiveReading) {
     smc.setTemperature("TA0P", 30).setTemperature("TA0p", 35);
     discover();

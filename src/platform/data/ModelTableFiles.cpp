@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t largestFile = 1024 * 1024;
+constexpr std::uintmax_t largestFile = std::uintmax_t{1024} * 1024;
 
 /// The text of the file, or why there is none. Only a regular file is opened: opening a pipe would wait for
 /// its writer.

@@ -90,8 +90,8 @@ std::vector<std::string> namesInFolder(int folder) {
     std::vector<std::string> names;
     constexpr std::size_t usually = 32;
     names.reserve(usually);
-    alignas(dirent64) std::array<char, 32768>
-        buffer;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled by the call
+    alignas(dirent64) std::array<char, 32768> buffer;
     ssize_t length = getdents64(folder, buffer.data(), buffer.size());
     if (length == 0) {
         // Every folder lists at least itself: this one has been listed before, and stands at its end.

@@ -8,7 +8,7 @@ namespace {
 
 /// A state is reached from the beginning of the stretch before its own. By then the heat that the machine
 /// began with has left even its slowest part, so that nobody sees where a stretch ends.
-constexpr SimulatedStep stretch = 15 * 60 * simulatedStepsPerSecond;
+constexpr SimulatedStep stretch = SimulatedStep{15} * 60 * simulatedStepsPerSecond;
 
 constexpr double idleWatts = 6;
 constexpr double fullWatts = 70;
