@@ -95,8 +95,12 @@ void Fans::updateFans() {
     }
     fansArrayObservers_.announce();
     const std::int32_t count = lists_.numFans;
+    const std::int32_t before = avgRPM;
     avgRPM = count > 0 ? static_cast<std::int32_t>(total / count) : 0;
-    avgRPMAsString = speedText(avgRPM);
+    if (avgRPM != before || avgRPMAsString.get().empty())
+        avgRPMAsString = speedText(avgRPM);
+    else
+        avgRPMAsString.announce();  // the same text need not be made again
 }
 
 void Fans::setFansArray(std::vector<FanModel> fans) {

@@ -134,17 +134,21 @@ void smcWriteKey(const SmcValue& value) {
 }
 
 std::uint32_t smcKeyFromString(std::string_view text, int size, int base) {
+    // Kept: with base 16 a character above 0x7f is negative and takes one from the character before it. Keys
+    // are packed this way throughout; no real key holds such a character.
+    const auto code = [base](char character) {
+        return base == 16 ? static_cast<std::uint32_t>(static_cast<signed char>(character))
+                          : static_cast<std::uint32_t>(static_cast<unsigned char>(character));
+    };
+    // As every key is: packed for each reading of each check.
+    if (size == 4 && text.size() >= 4)
+        return (code(text[0]) << 24) + (code(text[1]) << 16) + (code(text[2]) << 8) + code(text[3]);
+
     std::uint32_t key = 0;
     // What stands before the last four characters is shifted out.
     for (int position = size > 4 ? size - 4 : 0; position < size; ++position) {
         const auto at = static_cast<std::size_t>(position);
-        const char character = at < text.size() ? text[at] : '\0';
-        // Kept: with base 16 a character above 0x7f is negative and takes one from the character before it.
-        // Keys are packed this way throughout; no real key holds such a character.
-        const std::uint32_t code = base == 16
-                                       ? static_cast<std::uint32_t>(static_cast<signed char>(character))
-                                       : static_cast<std::uint32_t>(static_cast<unsigned char>(character));
-        key += code << (8 * (size - 1 - position));
+        key += code(at < text.size() ? text[at] : '\0') << (8 * (size - 1 - position));
     }
     return key;
 }

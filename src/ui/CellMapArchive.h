@@ -3,6 +3,10 @@
 #include "platform/KeyValueCoding.h"
 #include "ui/QZTemperatureLevelIndicatorCell.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -10,7 +14,16 @@
 namespace calorivo {
 
 /// One cell for each sensor, by its key or, for a drive, its serial number.
-using CellMap = std::unordered_map<std::string, QZTemperatureLevelIndicatorCell>;
+/// Most identifiers are keys of four characters, looked up at every check: they are hashed as one number.
+struct IdentifierHash {
+    std::size_t operator()(const std::string& identifier) const noexcept {
+        if (identifier.size() != 4) return std::hash<std::string>{}(identifier);
+        std::uint32_t characters = 0;
+        std::memcpy(&characters, identifier.data(), sizeof characters);
+        return static_cast<std::size_t>((characters * std::uint64_t{0x9E3779B97F4A7C15}) >> 32);
+    }
+};
+using CellMap = std::unordered_map<std::string, QZTemperatureLevelIndicatorCell, IdentifierHash>;
 
 /// The cells as a block of bytes; equal maps give equal blocks.
 ///

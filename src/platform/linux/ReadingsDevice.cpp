@@ -91,6 +91,8 @@ void ReadingsDevice::publish() {
 
 void ReadingsDevice::readItems() {
     const bool isAwake = beginPass();
+    // A reading is as old as its pass: an early moment never makes an old value look new.
+    const std::chrono::nanoseconds now = timeSinceBoot();
     for (const std::size_t i : chosen_) {
         const Reading last = results_[i];
         Reading& reading = results_[i];
@@ -100,7 +102,7 @@ void ReadingsDevice::readItems() {
             readItem(i, last, reading);
         else
             reading.isAsleep = true;
-        reading.at = timeSinceBoot();
+        reading.at = now;
     }
 }
 
