@@ -26,7 +26,8 @@ SourceList::SourceList(const SensorLists& lists, const SmartInfo& smartInfo,
       reloadTable_(std::move(reloadTable)) {}
 
 void SourceList::setupSourceList() {
-    const bool isFirst = sourceListNames.get().empty();
+    // An index that no entry had yet, as at the start, selects the entry that comes to stand there.
+    const bool isIndexWaiting = selectedObjects().empty() && !sourceListSelectedIndexes.get().empty();
     Entries entries;
     entries.reserve(areas.size());
     for (const Area& area : areas) {
@@ -39,7 +40,7 @@ void SourceList::setupSourceList() {
                                                    templateImage(area.icon), area.tag);
     }
     sourceListNames = std::move(entries);
-    if (!isFirst) selectActiveArea();
+    if (!isIndexWaiting) selectActiveArea();
     selectedObjectsObservers_.announce();
 }
 

@@ -167,6 +167,15 @@ TEST_F(SourceListTest, SelectsTheAreaBelowAllAtFirst) {
     EXPECT_EQ(sourceList.activeAreaTag, batteryTag);
 }
 
+TEST_F(SourceListTest, SelectsTheAreaBelowAllWhenThereComesToBeOne) {
+    const Observation following = follow();
+    sourceList.setupSourceList();
+    EXPECT_EQ(sourceList.selectedObjects(), SourceList::Entries{});
+    smartInfo.assign({{"Disk", "A1", 30}});
+    sourceList.setupSourceList();
+    EXPECT_EQ(sourceList.activeAreaTag, hardDriveAreaTag);
+}
+
 TEST_F(SourceListTest, TellsOfTheSelectionWheneverItIsMade) {
     lists.batterySensorNames = {"TB0T"};
     lists.lcdSensorNames = {"TL0P"};
