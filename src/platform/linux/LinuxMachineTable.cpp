@@ -17,6 +17,9 @@ using std::chrono::milliseconds;
 constexpr milliseconds openingPatience{3000};
 /// A device that takes longer than this for one job gets a thread of its own.
 constexpr milliseconds deviceDeadline{25};
+/// Room for so many open files is made at once: what a chip may have, and what a process usually may.
+constexpr std::size_t filesOfChip = 16;
+constexpr std::size_t mostFiles = 1024;
 /// The fan keys have room for one digit.
 constexpr int mostFans = 10;
 /// Drives are read in ways that do not wake them; the driver's own reading may.
@@ -47,6 +50,8 @@ LinuxSmc::Machine::Machine(const LinuxSmcOptions& options) : options_(options), 
 
 void LinuxSmc::Machine::findDevices() {
     const std::vector<LocatedChip> chips = locateHwmonChips(options_.sys);
+    if (!chips.empty())
+        makeRoomForDescriptors(chips.front().files->get(), std::min(chips.size() * filesOfChip, mostFiles));
     const auto mac =
         std::find_if(chips.begin(), chips.end(), [](const LocatedChip& c) { return c.name == macChip; });
     isMac_ = mac != chips.end();

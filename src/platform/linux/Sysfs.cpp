@@ -53,6 +53,11 @@ FileDescriptor openAttribute(int folder, const char* name) {
     return FileDescriptor(openat(folder, name, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
 
+void makeRoomForDescriptors(int open, std::size_t count) {
+    // More than the process may have is refused, and does no harm.
+    const FileDescriptor last(fcntl(open, F_DUPFD_CLOEXEC, static_cast<int>(count) - 1));
+}
+
 std::optional<std::string> readAttribute(int folder, const char* name) {
     const FileDescriptor file = openAttribute(folder, name);
     if (!file.isOpen()) return std::nullopt;

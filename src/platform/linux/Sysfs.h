@@ -26,6 +26,10 @@ namespace calorivo {
 /// Opens an attribute for reading.
 [[nodiscard]] FileDescriptor openAttribute(int folder, const char* name);
 
+/// Makes room for so many descriptors now, with the help of an open one. While a program has several threads
+/// the kernel stops it for some 10 ms each time that its table of descriptors must grow.
+void makeRoomForDescriptors(int open, std::size_t count);
+
 /// The attribute's text without its one closing line feed; none when it cannot be read. 4096 bytes at most.
 [[nodiscard]] std::optional<std::string> readAttribute(int folder, const char* name);
 [[nodiscard]] std::optional<long> readAttributeNumber(int folder, const char* name);

@@ -92,5 +92,16 @@ TEST(Sysfs, ACopyOfATreeIsNoRealSysfs) {
     EXPECT_FALSE(isRealSysfs(folder.get()));
 }
 
+TEST(Sysfs, KeepsNoDescriptorOfThoseItMadeRoomFor) {
+    const FakeTree tree;
+    const FileDescriptor folder = openFolder(tree.root());
+    const int lowestFree = openFolder(tree.root()).get();
+    for (const std::size_t count : {1U, 500U, 1U << 30U}) {
+        makeRoomForDescriptors(folder.get(), count);
+        EXPECT_EQ(openFolder(tree.root()).get(), lowestFree) << count;
+        EXPECT_EQ(fcntl(static_cast<int>(count) - 1, F_GETFD) >= 0, count == 1) << count;
+    }
+}
+
 }  // namespace
 }  // namespace calorivo
