@@ -15,8 +15,6 @@ using std::chrono::milliseconds;
 using std::chrono::nanoseconds;
 using std::chrono::seconds;
 
-/// How long a request waits for the devices before it answers from the last good values.
-constexpr milliseconds refreshPatience{50};
 /// A value of a device that no longer answers expires at this age, and not before the second refresh that it
 /// has missed: a long check interval alone does not make it old.
 constexpr seconds expiryAge{10};
@@ -151,7 +149,7 @@ Reading LinuxSmc::Machine::current(Source source) {
         // The last pass left it out, because nobody had asked for it for a while.
         device.request(source.second);
         const std::array one{source.first};
-        threads_->run(DeviceJob::refreshRequested, one, refreshPatience);
+        threads_->run(DeviceJob::refreshRequested, one, options_.patience);
         reading = device.peek(source.second);
     }
     const nanoseconds expiry = std::max<nanoseconds>(expiryAge, interval_ + interval_ / 2);
@@ -163,7 +161,7 @@ bool LinuxSmc::Machine::refreshIfDue(nanoseconds now, bool wasAsked) {
     const bool isDue = options_.minimumAge.count() > 0 ? now - refreshedAt_ >= options_.minimumAge : wasAsked;
     if (!isDue) return false;
     interval_ = now - refreshedAt_;
-    threads_->run(DeviceJob::refresh, described_, refreshPatience);
+    threads_->run(DeviceJob::refresh, described_, options_.patience);
     refreshedAt_ = timeSinceBoot();
     return true;
 }

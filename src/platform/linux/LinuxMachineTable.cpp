@@ -19,7 +19,7 @@ constexpr milliseconds openingPatience{3000};
 constexpr milliseconds deviceDeadline{25};
 /// Room for so many open files is made at once: what a chip may have, and what a process usually may.
 constexpr std::size_t filesOfChip = 16;
-constexpr std::size_t mostFiles = 1024;
+constexpr std::size_t mostFiles = 4096;
 /// The fan keys have room for one digit.
 constexpr int mostFans = 10;
 /// Drives are read in ways that do not wake them; the driver's own reading may.

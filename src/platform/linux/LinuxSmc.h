@@ -25,6 +25,8 @@ struct LinuxSmcOptions {
     /// How old a value may be before asking for it reads the hardware again. With 0 a key that is asked for a
     /// second time is read again, for measuring.
     std::chrono::milliseconds minimumAge{100};
+    /// How long a request waits for the devices before it answers from the last good values.
+    std::chrono::milliseconds patience{50};
 };
 
 /// Real hardware behind the record exchange: a Mac's controller through the kernel's applesmc driver, or any

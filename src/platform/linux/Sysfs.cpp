@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <linux/magic.h>
+#include <sys/resource.h>
 #include <sys/vfs.h>
 
 #include <algorithm>
@@ -54,6 +55,12 @@ FileDescriptor openAttribute(int folder, const char* name) {
 }
 
 void makeRoomForDescriptors(int open, std::size_t count) {
+    // The usual soft limit is for programs that wait with select(); a server with many channels needs more.
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < count) {
+        limit.rlim_cur = std::min<rlim_t>(count, limit.rlim_max);
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
     // More than the process may have is refused, and does no harm.
     const FileDescriptor last(fcntl(open, F_DUPFD_CLOEXEC, static_cast<int>(count) - 1));
 }

@@ -80,7 +80,7 @@ TEST_F(DeviceThreadsTest, LeavesOutTheDevicesThatAreNotNamed) {
 
 TEST_F(DeviceThreadsTest, ADeadDeviceDoesNotHoldTheOthers) {
     devices[0]->closeGate();
-    threads.run(DeviceJob::refresh, all, 200ms);
+    threads.run(DeviceJob::refresh, all, 1s);
     EXPECT_TRUE(threads.isBusy(0));
     EXPECT_EQ(devices[1]->jobs, 1);
     EXPECT_EQ(devices[2]->jobs, 1);
@@ -88,7 +88,7 @@ TEST_F(DeviceThreadsTest, ADeadDeviceDoesNotHoldTheOthers) {
 
 TEST_F(DeviceThreadsTest, IsNotWaitedForAgainWhileItIsDead) {
     devices[1]->closeGate();
-    threads.run(DeviceJob::refresh, all, 100ms);
+    threads.run(DeviceJob::refresh, all, 500ms);
     for (int i = 0; i < 50; ++i) threads.run(DeviceJob::refresh, all, forLong);
     EXPECT_EQ(devices[0]->jobs, 51);
     EXPECT_EQ(devices[1]->jobs, 0);
@@ -97,7 +97,7 @@ TEST_F(DeviceThreadsTest, IsNotWaitedForAgainWhileItIsDead) {
 
 TEST_F(DeviceThreadsTest, ADeviceThatComesBackIsServedAgain) {
     devices[2]->closeGate();
-    threads.run(DeviceJob::refresh, all, 100ms);
+    threads.run(DeviceJob::refresh, all, 500ms);
     devices[2]->openGate();
     waitUntilIdle(2);
     threads.run(DeviceJob::refresh, all, forLong);
@@ -106,7 +106,7 @@ TEST_F(DeviceThreadsTest, ADeviceThatComesBackIsServedAgain) {
 
 TEST_F(DeviceThreadsTest, GivesTheThreadOfALateDeviceBackOnceItIsQuickAgain) {
     devices[0]->closeGate();
-    threads.run(DeviceJob::refresh, all, 100ms);
+    threads.run(DeviceJob::refresh, all, 500ms);
     EXPECT_GE(threads.threadCount(), 2U);
     devices[0]->openGate();
     waitUntilIdle(0);
@@ -120,7 +120,7 @@ TEST_F(DeviceThreadsTest, GivesTheThreadOfALateDeviceBackOnceItIsQuickAgain) {
 TEST_F(DeviceThreadsTest, ServesTheLastDeviceWhenAllOthersAreDead) {
     devices[0]->closeGate();
     devices[1]->closeGate();
-    threads.run(DeviceJob::refresh, all, 300ms);
+    threads.run(DeviceJob::refresh, all, 2s);
     EXPECT_EQ(devices[2]->jobs, 1);
     threads.run(DeviceJob::refresh, all, forLong);
     EXPECT_EQ(devices[2]->jobs, 2);

@@ -102,8 +102,10 @@ TEST_F(PollDispatchTest, AnIntervalOfZeroOrLessCountsAsAMillisecond) {
 }
 
 TEST_F(PollDispatchTest, ADroppedTimerIsNotBegunAnyMore) {
-    auto dropped = dispatch.scheduleTimer(milliseconds(2), Repeats::yes, [this] { note('x'); });
+    std::unique_ptr<Timer> dropped;
+    // Scheduled first, so that it is due first however slowly these lines are run.
     const auto first = dispatch.scheduleTimer(milliseconds(1), Repeats::no, [&] { dropped.reset(); });
+    dropped = dispatch.scheduleTimer(milliseconds(2), Repeats::yes, [this] { note('x'); });
     const auto last = dispatch.scheduleTimer(milliseconds(4), Repeats::no, [&] { dispatch.stop(); });
     dispatch.run();
     EXPECT_EQ(log, "");
