@@ -1,6 +1,5 @@
 #include "smc/SmcService.h"
 
-#include <cstring>
 #include <utility>
 
 namespace calorivo {
@@ -59,12 +58,10 @@ kern_return_t SmcService::IOConnectCallStructMethod(io_connect_t connection, std
     if (selector != smcStructMethodSelector || inputSize != sizeof(SMCKeyData) ||
         outputSize != sizeof(SMCKeyData))
         return io_return::badArgument;
-    SMCKeyData in;  // NOLINT(cppcoreguidelines-pro-type-member-init): overwritten whole
-    SMCKeyData out{};
-    std::memcpy(&in, input, sizeof in);
-    const kern_return_t result = answer(in, out);
-    std::memcpy(output, &out, sizeof out);
-    return result;
+    // Used where they stand: this is called twice for each sensor of each check.
+    auto& record = *static_cast<SMCKeyData*>(output);
+    record = {};
+    return answer(*static_cast<const SMCKeyData*>(input), record);
 }
 
 kern_return_t SmcService::answer(const SMCKeyData& input, SMCKeyData& output) {

@@ -32,7 +32,8 @@ class SmcService : public SensorProvider {
     kern_return_t IOServiceOpen(io_service_t service, task_port_t owningTask, std::uint32_t type,
                                 io_connect_t& connection) final;
     kern_return_t IOServiceClose(io_connect_t connection) final;
-    /// badArgument unless selector and sizes are the record's; notOpen without a connection.
+    /// badArgument unless selector and sizes are the record's; notOpen without a connection. `input` and
+    /// `output` are two records, aligned as such.
     kern_return_t IOConnectCallStructMethod(io_connect_t connection, std::uint32_t selector,
                                             const void* input, std::size_t inputSize, void* output,
                                             std::size_t& outputSize) final;

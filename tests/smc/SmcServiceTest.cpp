@@ -77,7 +77,7 @@ Reply send(SmcService& service, io_connect_t connection, int command, std::strin
     input.key = smcCode(key);
     input.data8 = static_cast<std::uint8_t>(command);
     input.data32 = index;
-    RecordBytes output{};
+    alignas(SMCKeyData) RecordBytes output{};
     output.fill(0xee);
     std::size_t size = output.size();
     const kern_return_t result =
@@ -176,7 +176,7 @@ TEST(SmcService, RefusesOtherSelectorsAndSizes) {
     const io_connect_t connection = opened(service);
     for (const Row& row : {Row{1, 80, 80}, Row{2, 79, 80}, Row{2, 80, 81}, Row{2, 0, 80}, Row{2, 80, 0}}) {
         const SMCKeyData input{};
-        RecordBytes output = untouched();
+        alignas(SMCKeyData) RecordBytes output = untouched();
         std::size_t outputSize = row.outputSize;
         EXPECT_EQ(service.IOConnectCallStructMethod(connection, row.selector, &input, row.inputSize,
                                                     output.data(), outputSize),
