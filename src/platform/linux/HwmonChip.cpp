@@ -29,6 +29,10 @@ std::string channelName(const HwmonChannel& channel) {
     return (channel.kind == HwmonChannel::Kind::fan ? "fan" : "temp") + std::to_string(channel.number);
 }
 
+std::string channelFile(const HwmonChannel& channel, std::string_view suffix) {
+    return channelName(channel).append("_").append(suffix);
+}
+
 std::string identityOf(const HwmonChip& chip, const HwmonChannel& channel) {
     return steadyPath(chip) + '|' + steadyName(chip) + '|' + channelName(channel) + '|' + channel.label;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -71,6 +72,8 @@ struct HwmonChip {
 [[nodiscard]] std::string steadyPath(const HwmonChip& chip);
 /// The beginning of the channel's file names: "temp3", "fan1".
 [[nodiscard]] std::string channelName(const HwmonChannel& channel);
+/// One of the channel's files: "temp1_input" for the suffix "input".
+[[nodiscard]] std::string channelFile(const HwmonChannel& channel, std::string_view suffix);
 
 /// What makes a channel the same one after a reboot, a renumbering or a reload of its driver:
 /// "/devices/platform/coretemp.0|coretemp|temp2|Core 0".

@@ -25,10 +25,6 @@ bool isSuspicious(long value, const Reading& last) {
            std::abs(value - last.value) >= jump;
 }
 
-std::string channelFile(const HwmonChannel& channel, std::string_view suffix) {
-    return channelName(channel).append("_").append(suffix);
-}
-
 }  // namespace
 
 std::size_t HwmonDevice::itemOf(std::string_view file) const {

@@ -35,10 +35,6 @@ bool isFanSpeedKey(std::uint32_t key) {
             suffix == ('S' << 8 | 'f') || suffix == ('T' << 8 | 'g'));
 }
 
-std::string fileOf(const HwmonChannel& channel, std::string_view suffix) {
-    return channelName(channel).append("_").append(suffix);
-}
-
 }  // namespace
 
 LinuxSmc::Machine::Machine(const LinuxSmcOptions& options) : options_(options), store_(options.stateFolder) {
@@ -284,7 +280,7 @@ void LinuxSmc::Machine::sortTable() {
 
 LinuxSmc::Machine::Source LinuxSmc::Machine::itemOf(std::size_t device, const HwmonChannel& channel,
                                                     std::string_view suffix) const {
-    return {device, hwmonAt(device).itemOf(fileOf(channel, suffix))};
+    return {device, hwmonAt(device).itemOf(channelFile(channel, suffix))};
 }
 
 const HwmonDevice& LinuxSmc::Machine::hwmonAt(std::size_t device) const { return *hwmon_[device]; }
