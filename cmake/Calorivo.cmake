@@ -63,6 +63,29 @@ function(calorivo_library folder)
     endforeach()
 endfunction()
 
+# calorivo_qt(TARGET QT-LIBRARIES...): the target may use Qt, and its headers with Q_OBJECT are compiled for it.
+function(calorivo_qt target)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "INTERFACE_LIBRARY")
+        return()
+    endif()
+    target_link_libraries(${target} PUBLIC ${ARGN})
+    target_compile_definitions(${target} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+                                                QT_NO_URL_CAST_FROM_STRING QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    get_target_property(sources ${target} SOURCES)
+    set(folders "")
+    foreach(source IN LISTS sources)
+        get_filename_component(folder ${source} DIRECTORY)
+        list(APPEND folders ${folder})
+    endforeach()
+    list(REMOVE_DUPLICATES folders)
+    foreach(folder IN LISTS folders)
+        file(GLOB headers CONFIGURE_DEPENDS ${folder}/*.h)
+        target_sources(${target} PRIVATE ${headers})
+    endforeach()
+endfunction()
+
 # calorivo_tests(FOLDER LIBRARIES...): the test program of tests/FOLDER, all its *Test.cpp files.
 function(calorivo_tests folder)
     string(REPLACE "/" "_" name calorivo_${folder}_tests)
@@ -77,4 +100,22 @@ function(calorivo_tests folder)
         TEST_PREFIX "${folder}: "
         DISCOVERY_TIMEOUT 60
         PROPERTIES ENVIRONMENT "TZ=UTC;LC_ALL=C.UTF-8")
+endfunction()
+
+# calorivo_qt_tests(FOLDER LIBRARIES...): the same with an application object around the tests, on no screen.
+function(calorivo_qt_tests folder)
+    string(REPLACE "/" "_" name calorivo_${folder}_tests)
+    file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tests/${folder}/*Test.cpp)
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(${name} ${sources} ${PROJECT_SOURCE_DIR}/tests/support/QtMain.cpp)
+    target_link_libraries(${name} PRIVATE calorivo_test_support ${ARGN} Qt6::Widgets Qt6::Test GTest::gmock)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+    gtest_discover_tests(
+        ${name}
+        TEST_PREFIX "${folder}: "
+        DISCOVERY_TIMEOUT 60
+        PROPERTIES ENVIRONMENT
+                   "TZ=UTC;LC_ALL=C.UTF-8;QT_QPA_PLATFORM=offscreen;QT_LOGGING_RULES=qt.qpa.*=false")
 endfunction()

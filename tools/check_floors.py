@@ -20,10 +20,11 @@ FLOORS = {
     "output": 5,
     "app": 6,
     "ui/qt": 7,
-    "cli": 8,
-    "": 8,  # main.cpp
+    "host": 8,
+    "cli": 9,
+    "desktop": 9,
 }
-# The platform's implementations see the interfaces, the SMC record and their own folder; only floor 8 sees them.
+# The platform's implementations see the interfaces, the SMC record and their own folder; only floors 8 and 9 see them.
 IMPLEMENTATIONS = {
     "platform/std",
     "platform/linux",
@@ -44,8 +45,8 @@ STANDARD = set(
     valarray variant vector version""".split()
 )
 INCLUDE = re.compile(r'\s*#\s*include\s+(["<])([^">]+)[">]')
-SYSTEM_FOLDERS = {"platform/linux", "platform/macos", "cli", "", "ui/qt", "platform/qt"}
-QT_FOLDERS = {"ui/qt", "platform/qt", ""}
+SYSTEM_FOLDERS = {"platform/linux", "platform/macos", "cli", "host", "desktop", "platform/qt"}
+QT_FOLDERS = {"ui/qt", "platform/qt", "desktop"}
 LIBRARY_FOLDERS = {"cli": ("CLI/", "nlohmann/"), "platform/data": ("nlohmann/",), "platform/linux": ("nlohmann/",)}
 
 
@@ -65,7 +66,7 @@ def may_see(own: str, other: str) -> bool:
     if own in IMPLEMENTATIONS:
         return other in ("platform", "smc")
     if other in IMPLEMENTATIONS:
-        return FLOORS[own] == 8
+        return FLOORS[own] >= 8
     return FLOORS[other] < FLOORS[own]
 
 

@@ -1,4 +1,5 @@
-#include "cli/Explanation.h"
+#include "cli/ExplanationText.h"
+
 #include "cli/JSONText.h"
 #include "cli/Text.h"
 #include "platform/Format.h"

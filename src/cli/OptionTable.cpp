@@ -66,7 +66,7 @@ std::string storeText(Options& options, const std::string& value) {
     return {};
 }
 
-template <bool Options::*Member>
+template <auto Member>
 std::string storeFlag(Options& options, const std::string& /*value*/) {
     options.*Member = true;
     return {};

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <chrono>
+#include "host/SourceOptions.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -10,24 +11,14 @@ namespace calorivo {
 
 enum class Command { list, watch, keys, fans, row, why };
 
-/// What the user asked for.
-struct Options {
+/// What the user asked for. For `watch`, an interval of 0 means no pause at all.
+struct Options : SourceOptions {
     Command command = Command::list;
-
-    // Where the values come from; at most one of the first three is given.
-    std::optional<std::string> keysFile;
-    std::optional<std::uint64_t> simulationSeed;
-    std::optional<std::string> sys;
-    std::optional<std::string> customModel;
-    std::optional<std::string> modelTables;
-    bool isUsingAllChips = false;
 
     bool isFahrenheit = false;
     bool isJSON = false;
     /// list: only the area of this tag.
     std::optional<std::int32_t> areaTag;
-    /// watch: the time between two checks; 0 for no pause at all.
-    std::chrono::nanoseconds interval = std::chrono::seconds(5);
     /// watch: how many checks; 0 for no end.
     std::uint64_t cycles = 0;
     bool isQuiet = false;

@@ -1,6 +1,6 @@
 #include "cli/Program.h"
 
-#include "cli/Explanation.h"
+#include "cli/ExplanationText.h"
 #include "cli/InlineDispatch.h"
 #include "cli/ListJSON.h"
 #include "cli/ListText.h"
@@ -76,7 +76,8 @@ int runRow(const Options& options, Surroundings& surroundings, Session& session,
 
 int runWhy(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
     Engine& engine = session.discover(dispatch.mainQueue(), {});
-    const auto explanation = explain(SensorKey(options.key), engine, session.provider());
+    const auto explanation =
+        explain(SensorKey(options.key), {engine.lists, engine.naming, engine.reader, session.provider()});
     const auto [out, errors] = surroundings.streams;
     if (!explanation) {
         complain(errors, "the key \"" + options.key + "\" is not known here");

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "cli/Engine.h"
-#include "cli/KeysInput.h"
 #include "cli/Options.h"
 #include "cli/Output.h"
+#include "host/KeysInput.h"
 #include "platform/Dispatch.h"
 #include "platform/SensorProvider.h"
 #include "platform/linux/LinuxPaths.h"
@@ -45,7 +45,6 @@ class Session {
 
   private:
     [[nodiscard]] ProcessArguments processArguments() const;
-    [[nodiscard]] std::vector<ModelTable> modelTables(const std::string& model, ProblemList& problems) const;
 
     const Options& options_;
     Surroundings& surroundings_;

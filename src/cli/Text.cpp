@@ -1,8 +1,8 @@
 #include "cli/Text.h"
 
+#include "platform/Utf8.h"
+
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <span>
 
 namespace calorivo {
@@ -38,32 +38,6 @@ constexpr bool isIn(std::span<const Range> ranges, char32_t character) {
     });
 }
 
-struct Character {
-    char32_t code;
-    std::size_t length;
-    bool isValid;
-};
-
-constexpr Character invalid{U'\uFFFD', 1, false};
-
-/// The character at the beginning of a text that is not empty. No overlong forms, no surrogates.
-Character firstCharacter(std::string_view text) {
-    const auto byte = [text](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
-    const std::uint8_t lead = byte(0);
-    if (lead < 0x80) return {lead, 1, true};
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < length) return invalid;
-    char32_t code = lead & (0xFFU >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80) return invalid;
-        code = (code << 6) | (byte(i) & 0x3FU);
-    }
-    constexpr std::array<char32_t, 5> smallest{0, 0, 0x80, 0x800, 0x10000};
-    const bool isSurrogate = code >= 0xD800 && code <= 0xDFFF;
-    if (code < smallest[length] || code > 0x10FFFF || isSurrogate) return invalid;
-    return {code, length, true};
-}
-
 std::size_t widthOf(char32_t character) {
     if (character < 0x300) return 1;
     if (isIn(zeroWidth, character)) return 0;
@@ -75,7 +49,7 @@ std::string_view cut(std::string_view text, std::size_t width, std::size_t& take
     std::size_t end = 0;
     taken = 0;
     while (end < text.size()) {
-        const Character next = firstCharacter(text.substr(end));
+        const Utf8Character next = firstCharacter(text.substr(end));
         if (taken + widthOf(next.code) > width) break;
         taken += widthOf(next.code);
         end += next.length;
@@ -95,7 +69,7 @@ std::string cleanText(std::string_view text) {
     std::string clean;
     clean.reserve(text.size());
     while (!text.empty()) {
-        const Character next = firstCharacter(text);
+        const Utf8Character next = firstCharacter(text);
         const bool isBlank = next.code == '\n' || next.code == '\r' || next.code == '\t';
         if (!next.isValid)
             clean += "\xEF\xBF\xBD";
@@ -112,7 +86,7 @@ std::size_t displayWidth(std::string_view text) {
     if (isPlain(text)) return text.size();
     std::size_t width = 0;
     while (!text.empty()) {
-        const Character next = firstCharacter(text);
+        const Utf8Character next = firstCharacter(text);
         width += widthOf(next.code);
         text.remove_prefix(next.length);
     }
@@ -129,15 +103,6 @@ void appendFitted(std::string& out, std::string_view text, std::size_t width, Al
     out += text;
     if (isCut && width > 0) out += "…";
     if (align == Align::left) out.append(blanks, ' ');
-}
-
-std::optional<std::size_t> firstInvalidByte(std::string_view text) {
-    for (std::size_t position = 0; position < text.size();) {
-        const Character next = firstCharacter(text.substr(position));
-        if (!next.isValid) return position;
-        position += next.length;
-    }
-    return std::nullopt;
 }
 
 }  // namespace calorivo

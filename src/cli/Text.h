@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,8 +21,5 @@ enum class Align { left, right };
 /// Appends the text filled up with blanks to `width` columns; one that is too long is cut, with an ellipsis
 /// as its last column.
 void appendFitted(std::string& out, std::string_view text, std::size_t width, Align align = Align::left);
-
-/// The position of the first byte that is not UTF-8; none when all of it is.
-[[nodiscard]] std::optional<std::size_t> firstInvalidByte(std::string_view text);
 
 }  // namespace calorivo

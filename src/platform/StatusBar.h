@@ -10,6 +10,10 @@
 
 namespace calorivo {
 
+/// Where the title is shown. Some bars show a text beside the icon; in the others the first reading's digits
+/// can be drawn into the icon itself.
+enum class TitlePlace { automatic = 0, besideIcon = 1, insideIcon = 2 };
+
 /// One item of the menu bar; destroying it takes it away. Main thread.
 class StatusBarItem {
   public:

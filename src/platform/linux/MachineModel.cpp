@@ -51,19 +51,4 @@ std::optional<std::string> machineModel(const std::string& sys) {
     return nameIn(tree.get(), "compatible");
 }
 
-int LinuxSysCtl::sysctlbyname(std::string_view name, char* buffer, std::size_t& size) {
-    const auto model = name == "hw.model" ? machineModel(sys_) : std::nullopt;
-    if (!model) {
-        size = 0;
-        return -1;
-    }
-    const std::size_t needed = model->size() + 1;
-    if (buffer != nullptr) {
-        if (size < needed) return -1;
-        std::memcpy(buffer, model->c_str(), needed);
-    }
-    size = needed;
-    return 0;
-}
-
 }  // namespace calorivo

@@ -49,21 +49,5 @@ TEST(MachineModel, HasNoControlCharacters) {
     EXPECT_EQ(machineModel(tree.root()), "Laptop[31m 9");
 }
 
-TEST(LinuxSysCtl, AnswersInTwoCalls) {
-    FakeTree tree;
-    tree.file("class/dmi/id/product_name", "Laptop 9\n");
-    LinuxSysCtl sysCtl(tree.root());
-    std::size_t size = 0;
-    EXPECT_EQ(sysCtl.sysctlbyname("hw.model", nullptr, size), 0);
-    EXPECT_EQ(size, 9U);
-    std::array<char, 9> text{};
-    EXPECT_EQ(sysCtl.sysctlbyname("hw.model", text.data(), size), 0);
-    EXPECT_STREQ(text.data(), "Laptop 9");
-    size = 4;
-    EXPECT_EQ(sysCtl.sysctlbyname("hw.model", text.data(), size), -1);
-    EXPECT_EQ(sysCtl.sysctlbyname("hw.other", nullptr, size), -1);
-    EXPECT_EQ(size, 0U);
-}
-
 }  // namespace
 }  // namespace calorivo

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "monitor/TemperatureReader.h"
 #include "platform/SensorProvider.h"
 #include "sensors/Areas.h"
 #include "sensors/SensorKey.h"
+#include "sensors/SensorNaming.h"
 #include "smc/SmcClient.h"
 
 #include <optional>
@@ -11,7 +13,13 @@
 
 namespace calorivo {
 
-class Engine;
+/// What an explanation draws on.
+struct ExplanationParts {
+    const SensorLists& lists;
+    const SensorNaming& naming;
+    TemperatureReader& reader;
+    SensorProvider& provider;
+};
 
 /// Where the reading of one key comes from and what becomes of it.
 struct Explanation {
@@ -38,11 +46,7 @@ struct Explanation {
     std::string hiddenReason;
 };
 
-/// None for a key that neither the source nor the lists know. The engine must have discovered its sensors.
-[[nodiscard]] std::optional<Explanation> explain(SensorKey key, Engine& engine, SensorProvider& provider);
-
-[[nodiscard]] std::string explanationText(const Explanation& explanation);
-/// One JSON object with a line end.
-[[nodiscard]] std::string explanationJSON(const Explanation& explanation);
+/// None for a key that neither the source nor the lists know. The sensors must have been discovered.
+[[nodiscard]] std::optional<Explanation> explain(SensorKey key, const ExplanationParts& parts);
 
 }  // namespace calorivo

@@ -1,6 +1,5 @@
-#include "cli/Explanation.h"
+#include "app/Explanation.h"
 
-#include "cli/Engine.h"
 #include "platform/Format.h"
 #include "sensors/SensorGrouping.h"
 #include "sensors/SensorRules.h"
@@ -35,11 +34,11 @@ const Area* areaThatShows(SensorKey key, const SensorLists& lists) {
     return nullptr;
 }
 
-std::string namingOf(SensorKey key, const Engine& engine) {
-    if (const int row = engine.naming.namingRow(key); row != 0)
+std::string namingOf(SensorKey key, const ExplanationParts& parts) {
+    if (const int row = parts.naming.namingRow(key); row != 0)
         return format("row %d of the naming rules", row);
-    return engine.lists.isUsingCustomSensorNames ? "the table of this model"
-                                                 : "the naming rules for this machine";
+    return parts.lists.isUsingCustomSensorNames ? "the table of this model"
+                                                : "the naming rules for this machine";
 }
 
 std::vector<std::string> groupingOf(SensorKey key, const SensorLists& lists) {
@@ -95,28 +94,28 @@ std::string hiddenReason(const Explanation& explanation, const SensorLists& list
 
 }  // namespace
 
-std::optional<Explanation> explain(SensorKey key, Engine& engine, SensorProvider& provider) {
-    const SensorLists& lists = engine.lists;
+std::optional<Explanation> explain(SensorKey key, const ExplanationParts& parts) {
+    const SensorLists& lists = parts.lists;
     Explanation result;
     result.key = key;
     result.isShown = lists.validSensorNames.containsString(key);
     const bool isFound = result.isShown || lists.tempSensorNames.containsString(key);
-    const auto origin = provider.originOf(key.view());
+    const auto origin = parts.provider.originOf(key.view());
     smcReadKey(key.view(), result.value);
     if (!origin && result.value.dataSize == 0 && !isFound) return std::nullopt;
 
-    result.source = provider.sourceName();
+    result.source = parts.provider.sourceName();
     result.origin = origin.value_or(KeyOrigin{});
     result.decoded = decoded(result.value);
     if (isFound || (key[0] == 'T' && result.value.hasType("sp78"))) {
-        const double reading = engine.reader.getTemperatureForSensor(key);
+        const double reading = parts.reader.getTemperatureForSensor(key);
         result.reading = reading;
-        result.readingText = engine.reader.convertDegreesToString(reading);
+        result.readingText = parts.reader.convertDegreesToString(reading);
         result.isValid = isTempValid(reading);
     }
     if (key[0] == 'T') {
-        result.name = engine.naming.convertKeyNameToHumanString(key);
-        result.naming = namingOf(key, engine);
+        result.name = parts.naming.convertKeyNameToHumanString(key);
+        result.naming = namingOf(key, parts);
         result.grouping = groupingOf(key, lists);
         result.area = areaThatShows(key, lists);
     }

@@ -1,7 +1,7 @@
-#include "cli/KeysInput.h"
+#include "host/KeysInput.h"
 
-#include "cli/Text.h"
 #include "platform/Format.h"
+#include "platform/Utf8.h"
 #include "sensors/KeysFile.h"
 
 #include <algorithm>

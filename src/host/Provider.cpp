@@ -1,4 +1,4 @@
-#include "cli/Provider.h"
+#include "host/Provider.h"
 
 #include "platform/linux/LinuxSmc.h"
 #include "platform/simulated/KeysFileSmc.h"
@@ -15,7 +15,7 @@ namespace {
 /// folder.
 constexpr std::string_view namingFileName = "/hwmon-names.conf";
 
-std::unique_ptr<SensorProvider> machineProvider(const Options& options, const LinuxPaths& paths) {
+std::unique_ptr<SensorProvider> machineProvider(const SourceOptions& options, const LinuxPaths& paths) {
     LinuxSmcOptions machine;
     if (options.sys)
         machine.sys = *options.sys;
@@ -32,7 +32,7 @@ std::unique_ptr<SensorProvider> machineProvider(const Options& options, const Li
 
 }  // namespace
 
-std::unique_ptr<SensorProvider> makeProvider(const Options& options, std::string_view keysText,
+std::unique_ptr<SensorProvider> makeProvider(const SourceOptions& options, std::string_view keysText,
                                              const LinuxPaths& paths, const Dispatch& dispatch) {
     if (options.keysFile) return std::make_unique<KeysFileSmc>(keysText, *options.keysFile);
     if (options.simulationSeed) return std::make_unique<SimulatedMac>(dispatch, *options.simulationSeed);
