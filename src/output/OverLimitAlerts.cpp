@@ -11,7 +11,7 @@ namespace calorivo {
 namespace {
 
 constexpr std::chrono::seconds repeatInterval(600);
-constexpr const char* averageKey = "CPUAverage";
+constexpr std::string_view averageKey = "CPUAverage";
 constexpr const char* advice =
     "Quitting applications or putting the computer to sleep for a while will help to cool it down.";
 
@@ -57,29 +57,32 @@ void OverLimitAlerts::growlNotificationWasClicked(const std::string& /*clickCont
 }
 
 void OverLimitAlerts::showAlertForOverlimitAreaWithName(double celsius, const std::string& name) {
-    post(name, {.title = format("%@ is %@", name, parts_.reader.convertDegreesToString(celsius)),
-                .description = advice,
-                .notificationName = specificTemperature.name,
-                .isSticky = parts_.preferences.useStickyAlerts,
-                .clickContext = "showAlertForOverlimitArea"});
+    if (!beginAlert(name)) return;
+    parts_.growl.notify({.title = format("%@ is %@", name, parts_.reader.convertDegreesToString(celsius)),
+                         .description = advice,
+                         .notificationName = specificTemperature.name,
+                         .isSticky = parts_.preferences.useStickyAlerts,
+                         .clickContext = "showAlertForOverlimitArea"});
 }
 
 void OverLimitAlerts::showAlertForOverlimitAverage(double celsius) {
-    post(averageKey, {.title = format("Avg CPU Temp is %@", parts_.reader.convertDegreesToString(celsius)),
-                      .description = advice,
-                      .notificationName = computerTemperature.name,
-                      .isSticky = parts_.preferences.useStickyAlerts,
-                      .clickContext = "showAlertForOverlimitAverage"});
+    if (!beginAlert(averageKey)) return;
+    parts_.growl.notify(
+        {.title = format("Avg CPU Temp is %@", parts_.reader.convertDegreesToString(celsius)),
+         .description = advice,
+         .notificationName = computerTemperature.name,
+         .isSticky = parts_.preferences.useStickyAlerts,
+         .clickContext = "showAlertForOverlimitAverage"});
 }
 
-void OverLimitAlerts::post(const std::string& key, const GrowlNotification& notification) {
+bool OverLimitAlerts::beginAlert(std::string_view key) {
     const Moment now = parts_.dispatch.now();
     const auto last = nameToAlertTimeMap_.find(key);
-    if (last != nameToAlertTimeMap_.end() && now - last->second < repeatInterval) return;
+    if (last != nameToAlertTimeMap_.end() && now - last->second < repeatInterval) return false;
     // Nothing is recorded: the alert comes as soon as there is somebody to show it.
-    if (!parts_.growl.respondsToNotify()) return;
-    nameToAlertTimeMap_.insert_or_assign(key, now);
-    parts_.growl.notify(notification);
+    if (!parts_.growl.respondsToNotify()) return false;
+    nameToAlertTimeMap_.insert_or_assign(std::string(key), now);
+    return true;
 }
 
 }  // namespace calorivo

@@ -10,6 +10,8 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace calorivo {
 
@@ -40,12 +42,13 @@ class OverLimitAlerts final : public CycleAlerts, public GrowlApplicationBridgeD
     void growlNotificationWasClicked(const std::string& clickContext) override;
 
   private:
-    /// Posts the notification unless one of this key was posted less than the pause ago.
-    void post(const std::string& key, const GrowlNotification& notification);
+    /// Whether the alert of this key is to be posted now, which is recorded then: not when one was posted less
+    /// than the pause ago, nor while nobody can show it.
+    [[nodiscard]] bool beginAlert(std::string_view key);
 
     OverLimitAlertsParts parts_;
     /// When each alert was posted last, by the sensor's readable name or the average's own key.
-    std::map<std::string, Moment> nameToAlertTimeMap_;
+    std::map<std::string, Moment, std::less<>> nameToAlertTimeMap_;
 };
 
 }  // namespace calorivo
