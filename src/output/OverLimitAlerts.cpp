@@ -67,12 +67,11 @@ void OverLimitAlerts::showAlertForOverlimitAreaWithName(double celsius, const st
 
 void OverLimitAlerts::showAlertForOverlimitAverage(double celsius) {
     if (!beginAlert(averageKey)) return;
-    parts_.growl.notify(
-        {.title = format("Avg CPU Temp is %@", parts_.reader.convertDegreesToString(celsius)),
-         .description = advice,
-         .notificationName = computerTemperature.name,
-         .isSticky = parts_.preferences.useStickyAlerts,
-         .clickContext = "showAlertForOverlimitAverage"});
+    parts_.growl.notify({.title = format("Avg CPU Temp is %@", parts_.reader.convertDegreesToString(celsius)),
+                         .description = advice,
+                         .notificationName = computerTemperature.name,
+                         .isSticky = parts_.preferences.useStickyAlerts,
+                         .clickContext = "showAlertForOverlimitAverage"});
 }
 
 bool OverLimitAlerts::beginAlert(std::string_view key) {

@@ -42,8 +42,8 @@ class OverLimitAlerts final : public CycleAlerts, public GrowlApplicationBridgeD
     void growlNotificationWasClicked(const std::string& clickContext) override;
 
   private:
-    /// Whether the alert of this key is to be posted now, which is recorded then: not when one was posted less
-    /// than the pause ago, nor while nobody can show it.
+    /// Whether the alert of this key is to be posted now, which is recorded then: not when one was posted
+    /// less than the pause ago, nor while nobody can show it.
     [[nodiscard]] bool beginAlert(std::string_view key);
 
     OverLimitAlertsParts parts_;

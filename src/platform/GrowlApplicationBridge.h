@@ -11,7 +11,8 @@ namespace calorivo {
 /// What an application tells of itself and of the kinds of its notifications: texts, lists of texts, and
 /// dictionaries of texts under text keys.
 using GrowlDictionary =
-    std::map<std::string, std::variant<std::string, std::vector<std::string>, std::map<std::string, std::string>>>;
+    std::map<std::string,
+             std::variant<std::string, std::vector<std::string>, std::map<std::string, std::string>>>;
 
 /// The application, as the notification service sees it. Main thread.
 class GrowlApplicationBridgeDelegate {

@@ -25,8 +25,8 @@ class LogWriterTest : public test::LogFixture {
 TEST_F(LogWriterTest, OpensSeeksWritesSynchronizesAndClosesForEachLine) {
     write("one");
     write("two");
-    EXPECT_THAT(files.steps, ElementsAre("open", "seek", "write", "synchronize", "close", "open", "seek", "write",
-                                         "synchronize", "close"));
+    EXPECT_THAT(files.steps, ElementsAre("open", "seek", "write", "synchronize", "close", "open", "seek",
+                                         "write", "synchronize", "close"));
     EXPECT_EQ(text(), "one\ntwo\n");
 }
 

@@ -1,7 +1,7 @@
 #include "output/Logger.h"
 
-#include "support/GoldenFile.h"
 #include "output/LogFixture.h"
+#include "support/GoldenFile.h"
 
 #include <gmock/gmock.h>
 

@@ -78,8 +78,8 @@ TEST_F(OverLimitAlertsTest, RegistersBothKinds) {
 
 TEST_F(OverLimitAlertsTest, TellsOfTheServiceAndRegistersWithItTwice) {
     alerts->initGrowl();
-    EXPECT_THAT(calls, ElementsAre("Growl load", "log Using Growl.framework Fake Growl (2.5)", "setGrowlDelegate",
-                                   "setGrowlDelegate"));
+    EXPECT_THAT(calls, ElementsAre("Growl load", "log Using Growl.framework Fake Growl (2.5)",
+                                   "setGrowlDelegate", "setGrowlDelegate"));
     EXPECT_EQ(growl.delegate, alerts.get());
 }
 
@@ -88,8 +88,8 @@ TEST_F(OverLimitAlertsTest, RegistersWithoutAService) {
     alerts->initGrowl();
     EXPECT_THAT(calls, ElementsAre("Growl load", "setGrowlDelegate"));
     growl.appear("Late Growl", "3");
-    EXPECT_THAT(calls, ElementsAre("Growl load", "setGrowlDelegate", "log Using Growl.framework Late Growl (3)",
-                                   "setGrowlDelegate"));
+    EXPECT_THAT(calls, ElementsAre("Growl load", "setGrowlDelegate",
+                                   "log Using Growl.framework Late Growl (3)", "setGrowlDelegate"));
 }
 
 TEST_F(OverLimitAlertsTest, TakesItsRegistrationBackAtItsEnd) {

@@ -10,11 +10,11 @@ TEST(FileURL, WritesAndReadsPaths) {
         const char* path;
         const char* url;
     };
-    for (const Row& row : {Row{"/home/me/Calorivo Log.csv", "file:///home/me/Calorivo%20Log.csv"},
-                           Row{"/", "file:///"}, Row{"/a%20b", "file:///a%2520b"},
-                           Row{"/50%", "file:///50%25"}, Row{"/a#b?c", "file:///a%23b%3Fc"},
-                           Row{"/Größe", "file:///Gr%C3%B6%C3%9Fe"}, Row{"/x\xff\n", "file:///x%FF%0A"},
-                           Row{"/a-b.c_d~e/f", "file:///a-b.c_d~e/f"}}) {
+    for (const Row& row :
+         {Row{"/home/me/Calorivo Log.csv", "file:///home/me/Calorivo%20Log.csv"}, Row{"/", "file:///"},
+          Row{"/a%20b", "file:///a%2520b"}, Row{"/50%", "file:///50%25"}, Row{"/a#b?c", "file:///a%23b%3Fc"},
+          Row{"/Größe", "file:///Gr%C3%B6%C3%9Fe"}, Row{"/x\xff\n", "file:///x%FF%0A"},
+          Row{"/a-b.c_d~e/f", "file:///a-b.c_d~e/f"}}) {
         EXPECT_EQ(fileURLWithPath(row.path), row.url);
         EXPECT_EQ(pathOfFileURL(row.url), row.path);
     }
