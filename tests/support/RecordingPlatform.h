@@ -148,6 +148,15 @@ class RecordingWorkspace final : public Workspace {
         calls_.push_back("openURL " + std::string(url));
         return true;
     }
+    bool openFile(std::string_view fullPath) override {
+        calls_.push_back("openFile " + std::string(fullPath));
+        return true;
+    }
+    void activateFileViewerSelectingURLs(const std::vector<std::string>& urls) override {
+        std::string call = "activateFileViewerSelectingURLs";
+        for (const std::string& url : urls) call += ' ' + url;
+        calls_.push_back(call);
+    }
 
   private:
     Calls& calls_;
