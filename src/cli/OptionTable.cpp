@@ -96,6 +96,10 @@ constexpr OptionRow watchRows[] = {
     {"--quiet", "", "show nothing until the end", storeFlag<&Options::isQuiet>},
     fahrenheitRow,
 };
+constexpr OptionRow driveRows[] = {
+    fahrenheitRow,
+    jsonRow,
+};
 constexpr OptionRow rowRows[] = {
     {"--fans", "", "the speeds of the fans too", storeFlag<&Options::isWithFans>},
     fahrenheitRow,
@@ -109,6 +113,7 @@ constexpr CommandRow rows[] = {
     {Command::watch, "watch", "the same, live, with minimum and maximum", watchRows},
     {Command::keys, "keys", "every key with its raw value, as a keys file", {}},
     {Command::fans, "fans", "every fan with its speeds and mode", {}},
+    {Command::drives, "drives", "every drive with its temperature", driveRows},
     {Command::row, "row", "one check as the log writes it: header and row", rowRows},
     {Command::why, "why", "where a reading comes from, or why it is hidden", whyRows},
 };

@@ -9,7 +9,7 @@
 
 namespace calorivo {
 
-enum class Command { list, watch, keys, fans, row, why };
+enum class Command { list, watch, keys, fans, drives, row, why };
 
 /// What the user asked for. For `watch`, an interval of 0 means no pause at all.
 struct Options : SourceOptions {
@@ -23,8 +23,10 @@ struct Options : SourceOptions {
     std::uint64_t cycles = 0;
     bool isQuiet = false;
     bool isWithFans = false;
-    /// why: four characters.
+    /// why: four characters; empty when what was asked for is too long to be a key.
     std::string key;
+    /// why: what was asked for as it was given, which may be the serial number of a drive.
+    std::string serial;
 
     friend bool operator==(const Options&, const Options&) = default;
 };
