@@ -80,8 +80,10 @@ void identifyDisk(int device, DriveReading& reading) {
 /// By the drive's own SMART commands. Nothing is switched on or off: the drive would keep it for good, and
 /// other programs rely on it.
 void readSmart(AtaDevice& disk, DriveReading& reading) {
-    reading.error = disk.read(ataIdentifyDevice, reading.identify);
+    AtaBlock identify{};
+    reading.error = disk.read(ataIdentifyDevice, identify);
     if (reading.error != 0) return;
+    reading.identify = identify;
     reading.hasIdentify = true;
     reading.source = DriveSource::smart;
     reading.isSwitchedOn = isSmartSwitchedOn(reading.identify);

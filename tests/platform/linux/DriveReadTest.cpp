@@ -60,7 +60,8 @@ struct FakeDevices {
         }
         int read(const AtaCommand& command, AtaBlock& data) override {
             const int error = answer(command);
-            if (error == 0) data = command == ataIdentifyDevice ? devices.identify : devices.smart;
+            data = command == ataIdentifyDevice ? devices.identify : devices.smart;
+            if (error != 0) data.fill(0x3F);  // a failing drive may leave anything there
             return error;
         }
         int ask(const AtaCommand& command, AtaRegisters& registers) override {
