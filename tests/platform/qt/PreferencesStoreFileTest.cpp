@@ -76,10 +76,11 @@ TEST(PreferencesStoreFile, WhatAKilledProcessLeftIsUsedAgain) {
     EXPECT_EQ(filesIn(folder), std::vector<std::string>{"file"});
 }
 
-TEST(PreferencesStoreFile, OneWriterWaitsForAnother) {
+TEST(PreferencesStoreFile, OneOfTwoWritersGivesUpInTheEnd) {
     const TemporaryFolder folder;
     PreferencesFileWriter first(folder.path("file"));
-    PreferencesFileWriter second(folder.path("file"));
+    constexpr int shortPatience = 30;
+    PreferencesFileWriter second(folder.path("file"), shortPatience);
     EXPECT_EQ(first.problem(), "");
     EXPECT_EQ(second.problem(), "another instance is writing it");
     EXPECT_FALSE(second.replaceWith("second"));

@@ -290,8 +290,7 @@ TEST(PreferencesStore, IsWholeWheneverTheProgramIsKilled) {
         if (round.isNil() && lastRound < 0) continue;
         ASSERT_FALSE(round.isNil());
         lastRound = round.intValue();
-        for (int key = 0; key < 20; ++key)
-            ASSERT_EQ(store.objectForKey("key" + std::to_string(key)), round);
+        for (int key = 0; key < 20; ++key) ASSERT_EQ(store.objectForKey("key" + std::to_string(key)), round);
         ASSERT_EQ(store.objectForKey("filler").stringValue().size(),
                   static_cast<std::size_t>(lastRound % 50) * 100);
     }

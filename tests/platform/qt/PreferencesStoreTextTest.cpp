@@ -63,9 +63,10 @@ TEST(PreferencesStoreText, EveryValueComesBackAsItWas) {
 
 TEST(PreferencesStoreText, TakesNothingElseForAValue) {
     for (const char* text :
-         {"", "maybe", "True", "99999999999", "-2147483649", "1 2", "1,5", "1.5.", "0x10", "+5", "1e999", "e",
-          "--1", "\"", "\"a", "\"a\"b\"", "\"\\\"", R"("\q")", R"("\x1")", R"("\xZZ")", R"("\x-1")", "@Data(",
-          "@Data(A)", "@Data(AAE)", "@Data(A*==)", "@Data(AA=="})
+         {"",       "maybe",    "True",       "99999999999", "-2147483649", "1 2",       "1,5",
+          "1.5.",   "0x10",     "+5",         "1e999",       "e",           "--1",       "\"",
+          "\"a",    "\"a\"b\"", "\"\\\"",     R"("\q")",     R"("\x1")",    R"("\xZZ")", R"("\x-1")",
+          "@Data(", "@Data(A)", "@Data(AAE)", "@Data(A*==)", "@Data(AA=="})
         EXPECT_EQ(preferenceValue(text), std::nullopt) << text;
 }
 
@@ -149,7 +150,9 @@ TEST(PreferencesStoreText, TellsWhichLinesOfHostileFilesAreLeftOut) {
           {4, "the value of \"d\" cannot be read"}},
          ""},
         {"a=1\n"s + std::string(4096, '\0') + "\nb=2\n", {{2, "it has NUL bytes"}}, "a=1\nb=2\n"},
-        {"a=1\nb=\"\xC3\x28\"\n[Other]\n\xFF\n", {{2, "it is not UTF-8"}, {4, "it is not UTF-8"}}, "a=1\n[Other]\n"},
+        {"a=1\nb=\"\xC3\x28\"\n[Other]\n\xFF\n",
+         {{2, "it is not UTF-8"}, {4, "it is not UTF-8"}},
+         "a=1\n[Other]\n"},
         {"\xFF\xFE\x61\x00\x3D\x00"s, {{1, "it has NUL bytes"}}, ""},
         {std::string(1 << 20, 'x'), {{1, "it has no end: the file was cut off"}}, ""},
         {std::string(1 << 20, '[') + '\n', {{1, "the name of the section has no end"}}, ""},
