@@ -7,11 +7,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <condition_variable>
 #include <csignal>
 #include <cstdint>
 #include <ctime>
-#include <mutex>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -75,81 +73,6 @@ struct PollDispatch::Descriptors {
     std::vector<std::shared_ptr<std::function<void()>>> handlers;
 };
 
-class PollDispatch::MainQueue final : public Queue {
-  public:
-    explicit MainQueue(const Descriptors& descriptors) : descriptors_(descriptors) {}
-
-    [[nodiscard]] std::string_view label() const override { return "main"; }
-
-    void async(std::function<void()> block) override { add({std::move(block), nullptr}); }
-
-    void sync(const std::function<void()>& block) override {
-        bool isDone = false;
-        add({[&block] { block(); }, &isDone});
-        std::unique_lock lock(mutex_);
-        done_.wait(lock, [&] { return isDone; });
-    }
-
-    /// Runs the blocks that wait now; those they add run the next time.
-    void runWaiting() {
-        {
-            const std::lock_guard lock(mutex_);
-            running_.swap(waiting_);
-        }
-        for (Entry& entry : running_) {
-            entry.block();
-            entry.block = nullptr;
-            if (entry.isDone != nullptr) finish(entry);
-        }
-        running_.clear();
-    }
-    [[nodiscard]] bool hasWaiting() {
-        const std::lock_guard lock(mutex_);
-        return !waiting_.empty();
-    }
-    void close() {
-        std::vector<Entry> dropped;
-        {
-            const std::lock_guard lock(mutex_);
-            isClosed_ = true;
-            dropped.swap(waiting_);
-        }
-        for (const Entry& entry : dropped)
-            if (entry.isDone != nullptr) finish(entry);
-    }
-
-  private:
-    struct Entry {
-        std::function<void()> block;
-        bool* isDone;
-    };
-
-    void add(Entry entry) {
-        {
-            const std::lock_guard lock(mutex_);
-            if (!isClosed_) {
-                waiting_.push_back(std::move(entry));
-                if (waiting_.size() == 1) descriptors_.interrupt();
-                return;
-            }
-        }
-        if (entry.isDone != nullptr) finish(entry);
-    }
-    void finish(const Entry& entry) {
-        const std::lock_guard lock(mutex_);
-        *entry.isDone = true;
-        done_.notify_all();
-    }
-
-    const Descriptors& descriptors_;
-    std::mutex mutex_;
-    std::condition_variable done_;
-    // Two lists change places, so that their room is used again and again.
-    std::vector<Entry> waiting_;
-    std::vector<Entry> running_;
-    bool isClosed_ = false;
-};
-
 class PollDispatch::PollTimer final : public Timer {
   public:
     PollTimer(PollDispatch& owner, Scheduled scheduled) : owner_(owner), scheduled_(std::move(scheduled)) {
@@ -169,11 +92,11 @@ class PollDispatch::PollTimer final : public Timer {
 PollDispatch::PollDispatch(QueueFactory makeQueue)
     : makeQueue_(std::move(makeQueue)),
       descriptors_(std::make_unique<Descriptors>()),
-      mainQueue_(std::make_unique<MainQueue>(*descriptors_)) {}
+      mainQueue_([this] { descriptors_->interrupt(); }) {}
 
 PollDispatch::~PollDispatch() = default;
 
-Queue& PollDispatch::mainQueue() { return *mainQueue_; }
+Queue& PollDispatch::mainQueue() { return mainQueue_; }
 
 std::unique_ptr<Queue> PollDispatch::makeSerialQueue(std::string label) {
     return makeQueue_(std::move(label));
@@ -205,7 +128,7 @@ void PollDispatch::sleep(nanoseconds duration) {
 void PollDispatch::run() {
     while (!isStopped_) {
         waitForEvents(true);
-        mainQueue_->runWaiting();
+        mainQueue_.runWaiting();
         if (!isStopped_) runDueTimers();
     }
 }
@@ -213,7 +136,7 @@ void PollDispatch::run() {
 bool PollDispatch::runReady() {
     if (isStopped_) return false;
     waitForEvents(false);
-    mainQueue_->runWaiting();
+    mainQueue_.runWaiting();
     if (!isStopped_) runDueTimers();
     return !isStopped_;
 }
@@ -223,7 +146,7 @@ void PollDispatch::stop() {
     descriptors_->interrupt();
 }
 
-void PollDispatch::closeMainQueue() { mainQueue_->close(); }
+void PollDispatch::closeMainQueue() { mainQueue_.close(); }
 
 void PollDispatch::runDueTimers() {
     if (timers_.empty()) return;
@@ -246,7 +169,7 @@ void PollDispatch::runDueTimers() {
 
 void PollDispatch::waitForEvents(bool mayWait) {
     std::optional<nanoseconds> wait;
-    if (!mayWait || isStopped_ || mainQueue_->hasWaiting()) {
+    if (!mayWait || isStopped_ || mainQueue_.hasWaiting()) {
         wait = nanoseconds(0);
     } else if (!timers_.empty()) {
         const auto next =

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Dispatch.h"
+#include "platform/MainQueue.h"
 #include "platform/Property.h"
 
 #include <atomic>
@@ -53,7 +54,6 @@ class PollDispatch final : public Dispatch {
                                            std::function<void(int signal)> arrived);
 
   private:
-    class MainQueue;
     class PollTimer;
     struct Descriptors;
     struct Scheduled {
@@ -69,7 +69,7 @@ class PollDispatch final : public Dispatch {
     QueueFactory makeQueue_;
     std::vector<Scheduled*> timers_;
     std::unique_ptr<Descriptors> descriptors_;
-    std::unique_ptr<MainQueue> mainQueue_;
+    MainQueue mainQueue_;
     std::atomic<bool> isStopped_ = false;
 };
 
