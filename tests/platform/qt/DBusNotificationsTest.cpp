@@ -262,12 +262,17 @@ TEST_F(DBusNotificationsTest, AsksAgainAServerThatHangsAtTheStart) {
 }
 
 TEST_F(DBusNotificationsTest, RemembersTheLastOnesForAServerThatNeverClosesAny) {
-    options.mostPending = 257;
+    options.mostPending = 100;
     notifications = std::make_unique<DBusNotifications>(client, options);
     notifications->setGrowlDelegate(&delegate);
     start();
-    for (int count = 0; count < 257; ++count)
+    for (int count = 0; count < 257; ++count) {
+        // The bus itself allows no more than 128 waiting calls.
+        if (!notifications->respondsToNotify()) {
+            ASSERT_TRUE(QTest::qWaitFor([this] { return notifications->pending() == 0; }));
+        }
         notifications->notify({.title = "Hot", .clickContext = std::to_string(count)});
+    }
     ASSERT_TRUE(QTest::qWaitFor([this] { return notifications->pending() == 0; }));
     server->invoke(1, QStringLiteral("default"));
     server->invoke(2, QStringLiteral("default"));
