@@ -73,6 +73,17 @@
     </message>
 </context>
 <context>
+    <name>DesktopProgram</name>
+    <message>
+        <source>Some of your preferences could not be read.</source>
+        <translation>Einige Ihrer Einstellungen konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>No notification service answers on this desktop.</source>
+        <translation>Auf diesem Desktop antwortet kein Benachrichtigungsdienst.</translation>
+    </message>
+</context>
+<context>
     <name>Menus</name>
     <message>
         <source>&amp;File</source>
@@ -430,6 +441,21 @@ Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sen
     </message>
 </context>
 <context>
+    <name>calorivo::DBusNotifications</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Notifications work</source>
+        <translation>Benachrichtigungen funktionieren</translation>
+    </message>
+    <message>
+        <source>A temperature above its limit is told like this.</source>
+        <translation>So wird eine Temperatur über ihrer Grenze gemeldet.</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::EmptyState</name>
     <message>
         <source>Clear Filter</source>
@@ -770,12 +796,12 @@ Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sen
         <translation>Allgemein</translation>
     </message>
     <message>
-        <source>Calorivo Preferences</source>
-        <translation>Calorivo-Einstellungen</translation>
-    </message>
-    <message>
         <source>Panes</source>
         <translation>Bereiche der Einstellungen</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
     </message>
 </context>
 <context>
