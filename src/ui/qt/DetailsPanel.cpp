@@ -1,6 +1,7 @@
 #include "ui/qt/DetailsPanel.h"
 
 #include "smc/SmcDecode.h"
+#include "ui/qt/LevelBarColors.h"
 #include "ui/qt/MainWindowText.h"
 
 #include <QCoreApplication>
@@ -52,7 +53,9 @@ void appendReading(QList<Fact>& facts, const Explanation& explanation) {
 }
 
 QString htmlOf(const Details& details, const QPalette& palette) {
-    const QString muted = palette.color(QPalette::PlaceholderText).name();
+    const QString muted = mutedTextColor(palette).name();
+    if (details.facts.isEmpty())
+        return QStringLiteral(R"(<p style="color:%1">%2</p>)").arg(muted, details.title.toHtmlEscaped());
     QString html = QStringLiteral("<p><b>%1</b></p>").arg(details.title.toHtmlEscaped());
     for (const Fact& fact : details.facts)
         html += QStringLiteral(R"(<p style="margin:0 0 7px 0"><span style="color:%1">%2</span><br>%3</p>)")
@@ -92,16 +95,22 @@ Details detailsOfDrive(const QString& name, const QString& serial, const QString
 DetailsPanel::DetailsPanel(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("detailsPanel"));
     setAccessibleName(QWidget::tr("Details"));
+    setMinimumWidth(fontMetrics().averageCharWidth() * 24);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
 }
 
-void DetailsPanel::show(const Details& details) { showHtml(details.title, htmlOf(details, palette())); }
-
-void DetailsPanel::showHint(const QString& hint) {
-    const QString muted = palette().color(QPalette::PlaceholderText).name();
-    showHtml({}, QStringLiteral(R"(<p style="color:%1">%2</p>)").arg(muted, hint.toHtmlEscaped()));
+void DetailsPanel::show(const Details& details) {
+    if (text_ == nullptr) makeText();
+    const bool isSameRow = details.title == shown_.title;
+    if (details == shown_ || (isSameRow && text_->textCursor().hasSelection())) return;
+    const int scrolled = isSameRow ? text_->verticalScrollBar()->value() : 0;
+    shown_ = details;
+    text_->setHtml(htmlOf(shown_, palette()));
+    text_->verticalScrollBar()->setValue(scrolled);
 }
+
+void DetailsPanel::showHint(const QString& hint) { show(Details{hint, {}}); }
 
 QString DetailsPanel::plainText() const { return text_ != nullptr ? text_->toPlainText() : QString(); }
 
@@ -110,24 +119,18 @@ QSize DetailsPanel::sizeHint() const {
     return {character * 38, character * 30};
 }
 
-void DetailsPanel::showHtml(const QString& title, const QString& html) {
-    if (text_ == nullptr) {
-        text_ = new QTextBrowser(this);
-        text_->setObjectName(QStringLiteral("detailsText"));
-        text_->setAccessibleName(accessibleName());
-        text_->setFrameShape(QFrame::NoFrame);
-        text_->setOpenLinks(false);
-        text_->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        text_->document()->setDocumentMargin(12);
-        layout()->addWidget(text_);
-        setFocusProxy(text_);
-    }
-    if (html == html_ || (title == title_ && text_->textCursor().hasSelection())) return;
-    const int scrolled = title == title_ ? text_->verticalScrollBar()->value() : 0;
-    title_ = title;
-    html_ = html;
-    text_->setHtml(html);
-    text_->verticalScrollBar()->setValue(scrolled);
+void DetailsPanel::makeText() {
+    text_ = new QTextBrowser(this);
+    text_->setObjectName(QStringLiteral("detailsText"));
+    text_->setAccessibleName(accessibleName());
+    text_->setFrameShape(QFrame::NoFrame);
+    text_->setOpenLinks(false);
+    text_->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text_->document()->setDocumentMargin(12);
+    // It stands beside the table and belongs to the window.
+    text_->viewport()->setBackgroundRole(QPalette::Window);
+    layout()->addWidget(text_);
+    setFocusProxy(text_);
 }
 
 void DetailsPanel::keyPressEvent(QKeyEvent* event) {
@@ -139,8 +142,8 @@ void DetailsPanel::keyPressEvent(QKeyEvent* event) {
 
 void DetailsPanel::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    // The colours are part of the text: it is made anew with the next reload.
-    if (event->type() == QEvent::PaletteChange) html_.clear();
+    // The colours are part of the text.
+    if (event->type() == QEvent::PaletteChange && text_ != nullptr) text_->setHtml(htmlOf(shown_, palette()));
 }
 
 }  // namespace calorivo

@@ -7,9 +7,13 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace calorivo {
 
 namespace {
+
+constexpr int margin = 24;
 
 QString tr(const char* text) { return QCoreApplication::translate("EmptyState", text); }
 
@@ -92,19 +96,25 @@ EmptyState::EmptyState(QWidget* parent)
     advice_->setWordWrap(true);
     // Commands are there to be copied.
     advice_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    advice_->setMaximumWidth(fontMetrics().averageCharWidth() * 80);
     clear_->setObjectName(QStringLiteral("clearFilter"));
     clear_->setAccessibleName(clear_->text());
     connect(clear_, &QPushButton::clicked, this, &EmptyState::clearWanted);
     auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(24, 24, 24, 24);
     layout->setSpacing(16);
     layout->addStretch(2);
     layout->addWidget(icon_);
     layout->addWidget(headline_);
-    layout->addWidget(advice_, 0, Qt::AlignHCenter);
+    layout->addWidget(advice_);
     layout->addWidget(clear_, 0, Qt::AlignHCenter);
     layout->addStretch(3);
+}
+
+void EmptyState::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // Longer lines are hard to read.
+    const int longestLine = fontMetrics().averageCharWidth() * 80;
+    const int side = std::max(margin, (width() - longestLine) / 2);
+    layout()->setContentsMargins(side, margin, side, margin);
 }
 
 void EmptyState::show(const EmptyStateText& text, ClearButton button) {

@@ -38,6 +38,9 @@ class EmptyState final : public QWidget {
     /// The filter is to be cleared.
     void clearWanted();
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     QLabel* icon_;
     QLabel* headline_;
