@@ -4,7 +4,6 @@
 #include "ui/qt/LevelBarColors.h"
 #include "ui/qt/MainWindowText.h"
 
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QStringList>
@@ -15,8 +14,6 @@ namespace calorivo {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("Details", text); }
-
 /// Appends the fact unless it is not known.
 void append(QList<Fact>& facts, const QString& caption, const QString& text) {
     if (!text.isEmpty()) facts.append({caption, text});
@@ -24,8 +21,8 @@ void append(QList<Fact>& facts, const QString& caption, const QString& text) {
 
 QString sourceText(const std::string& name) {
     if (name == "applesmc") return QStringLiteral("Apple SMC");
-    if (name == "simulated") return tr("Simulated Mac");
-    if (name == "keysfile") return tr("Keys file");
+    if (name == "simulated") return DetailsPanel::tr("Simulated Mac");
+    if (name == "keysfile") return DetailsPanel::tr("Keys file");
     return asQString(name);
 }
 
@@ -39,17 +36,19 @@ QString bytesText(const SmcValue& value) {
 void appendReading(QList<Fact>& facts, const Explanation& explanation) {
     const SmcValue& value = explanation.value;
     if (value.dataSize == 0) {
-        append(facts, tr("Bytes"), tr("No data"));
+        append(facts, DetailsPanel::tr("Bytes"), DetailsPanel::tr("No data"));
     } else {
-        append(facts, tr("Type"), asQString(std::string_view(value.dataType.data())));
-        append(facts, tr("Bytes"), bytesText(value));
+        append(facts, DetailsPanel::tr("Type"), asQString(std::string_view(value.dataType.data())));
+        append(facts, DetailsPanel::tr("Bytes"), bytesText(value));
     }
-    if (explanation.decoded) append(facts, tr("Decoded"), QString::number(*explanation.decoded, 'g', 8));
+    if (explanation.decoded)
+        append(facts, DetailsPanel::tr("Decoded"), QString::number(*explanation.decoded, 'g', 8));
     if (!explanation.reading) return;
     const QString reading = QString::number(*explanation.reading, 'g', 8) + QStringLiteral(" °C");
-    append(facts, tr("Reading"),
-           explanation.isValid ? tr("%1, shown as %2").arg(reading, asQString(explanation.readingText))
-                               : tr("%1, which no sensor means: shown as N/A").arg(reading));
+    append(facts, DetailsPanel::tr("Reading"),
+           explanation.isValid
+               ? DetailsPanel::tr("%1, shown as %2").arg(reading, asQString(explanation.readingText))
+               : DetailsPanel::tr("%1, which no sensor means: shown as N/A").arg(reading));
 }
 
 QString htmlOf(const Details& details, const QPalette& palette) {
@@ -68,33 +67,35 @@ QString htmlOf(const Details& details, const QPalette& palette) {
 
 Details detailsOf(const Explanation& explanation) {
     QList<Fact> facts;
-    append(facts, tr("Key"), asQString(explanation.key.view()));
-    append(facts, tr("Source"), sourceText(explanation.source));
-    append(facts, tr("Device"), asQString(explanation.origin.device));
-    append(facts, tr("File"), asQString(explanation.origin.file));
-    append(facts, tr("Content"), asQString(explanation.origin.content));
-    append(facts, tr("Note"), asQString(explanation.origin.note));
+    append(facts, DetailsPanel::tr("Key"), asQString(explanation.key.view()));
+    append(facts, DetailsPanel::tr("Source"), sourceText(explanation.source));
+    append(facts, DetailsPanel::tr("Device"), asQString(explanation.origin.device));
+    append(facts, DetailsPanel::tr("File"), asQString(explanation.origin.file));
+    append(facts, DetailsPanel::tr("Content"), asQString(explanation.origin.content));
+    append(facts, DetailsPanel::tr("Note"), asQString(explanation.origin.note));
     appendReading(facts, explanation);
-    append(facts, tr("Named by"), asQString(explanation.naming));
+    append(facts, DetailsPanel::tr("Named by"), asQString(explanation.naming));
     QStringList rules;
     for (const std::string& rule : explanation.grouping) rules.append(asQString(rule));
-    append(facts, tr("Put into its area by"), rules.join(u'\n'));
-    if (explanation.area != nullptr) append(facts, tr("Area"), asQString(explanation.area->name));
-    append(facts, tr("Not shown"), asQString(explanation.hiddenReason));
+    append(facts, DetailsPanel::tr("Put into its area by"), rules.join(u'\n'));
+    if (explanation.area != nullptr)
+        append(facts, DetailsPanel::tr("Area"), asQString(explanation.area->name));
+    append(facts, DetailsPanel::tr("Not shown"), asQString(explanation.hiddenReason));
     const QString title = asQString(explanation.name.empty() ? explanation.key.view() : explanation.name);
     return {title, facts};
 }
 
 Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading) {
     return {name,
-            {{tr("Serial number"), serial},
-             {tr("Source"), tr("The drive itself, which measures its temperature (SMART)")},
-             {tr("Reading"), reading}}};
+            {{DetailsPanel::tr("Serial number"), serial},
+             {DetailsPanel::tr("Source"),
+              DetailsPanel::tr("The drive itself, which measures its temperature (SMART)")},
+             {DetailsPanel::tr("Reading"), reading}}};
 }
 
 DetailsPanel::DetailsPanel(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("detailsPanel"));
-    setAccessibleName(QWidget::tr("Details"));
+    setAccessibleName(tr("Details"));
     setMinimumWidth(fontMetrics().averageCharWidth() * 24);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});

@@ -39,13 +39,17 @@ class EmptyState final : public QWidget {
     void clearWanted();
 
   protected:
+    void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    void showIcon();
+
     QLabel* icon_;
     QLabel* headline_;
     QLabel* advice_;
     QPushButton* clear_;
+    ClearButton button_ = ClearButton::hidden;
 };
 
 }  // namespace calorivo

@@ -1,6 +1,8 @@
 #include "ui/qt/DetailsPanel.h"
 
 #include "MainWindowFixture.h"
+#include "ui/qt/Appearance.h"
+#include "ui/qt/LevelBarColors.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
@@ -127,6 +129,15 @@ TEST_F(DetailsPanelTest, LeavesWhatTheUserSelectedAlone) {
     EXPECT_FALSE(tells("63500"));
     table().selectRow(2);
     EXPECT_TRUE(tells("SMART"));
+}
+
+TEST_F(DetailsPanelTest, TakesOnTheColoursOfAnotherPalette) {
+    window->setDetailsShown(true);
+    table().selectRow(0);
+    for (const QPalette& palette : {darkPalette(), lightPalette()}) {
+        window->setPalette(palette);
+        EXPECT_TRUE(child<QTextBrowser>("detailsText").toHtml().contains(mutedTextColor(palette).name()));
+    }
 }
 
 TEST_F(DetailsPanelTest, ShowsMarkupAsText) {
