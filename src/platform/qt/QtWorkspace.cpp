@@ -88,13 +88,18 @@ void QtWorkspace::activateFileViewerSelectingURLs(const std::vector<std::string>
     for (const std::string& url : urls)
         if (url.starts_with(fileScheme)) addresses.append(QString::fromStdString(url));
     if (addresses.isEmpty()) return;
+    const std::string folder = folderURL(addresses.front().toStdString());
+    // Without a bus a call has no answer, not even an error.
+    if (!bus_.isConnected()) {
+        start(QByteArray::fromStdString(folder));
+        return;
+    }
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << addresses << qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
     auto* const watcher =
         new QDBusPendingCallWatcher(bus_.asyncCall(call, fileViewerPatienceMilliseconds), &answers_);
-    const std::string folder = folderURL(addresses.front().toStdString());
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, &answers_, [this, watcher, folder] {
         watcher->deleteLater();
         if (watcher->isError()) start(QByteArray::fromStdString(folder));

@@ -2,9 +2,11 @@
 
 #include "ui/MySliderCell.h"
 
+#include <QColor>
 #include <QFont>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QPalette>
 #include <QRect>
 #include <QStyle>
 #include <QStyleOptionSlider>
@@ -48,9 +50,21 @@ void LimitSlider::paintEvent(QPaintEvent* /*event*/) {
     QStylePainter painter(this);
     QStyleOptionSlider option;
     initStyleOption(&option);
-    option.subControls = QStyle::SC_SliderTickmarks | QStyle::SC_SliderHandle;
+    option.subControls = QStyle::SC_SliderHandle;
     if (hasTrack(rect())) option.subControls |= QStyle::SC_SliderGroove;
+    drawTicks(painter);
     painter.drawComplexControl(QStyle::CC_Slider, option);
+}
+
+void LimitSlider::drawTicks(QPainter& painter) const {
+    // In the colour of texts: without a track they are all there is to see of the ruler, and a style may draw
+    // its own so faintly that a dark background swallows them.
+    constexpr int tickHeight = 5;
+    constexpr double half = 0.5;
+    QColor color = palette().color(QPalette::WindowText);
+    color.setAlphaF(half);
+    for (int value = lowest; value <= highest; value += tickInterval())
+        painter.fillRect(xOfValue(value), height() - tickHeight, 1, tickHeight, color);
 }
 
 LimitScale::LimitScale(const std::array<const char*, labelCount>& names, QWidget* parent)

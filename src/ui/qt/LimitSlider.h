@@ -10,6 +10,7 @@
 QT_BEGIN_NAMESPACE
 class QLabel;
 class QPaintEvent;
+class QPainter;
 class QResizeEvent;
 QT_END_NAMESPACE
 
@@ -30,6 +31,9 @@ class LimitSlider final : public QSlider {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void drawTicks(QPainter& painter) const;
 };
 
 /// A limit slider with three numbers below it, each at its place on the ruler.

@@ -4,6 +4,7 @@
 #include "ui/qt/KeyBinding.h"
 #include "ui/qt/TemplateIcon.h"
 
+#include <QEvent>
 #include <QFont>
 #include <QHBoxLayout>
 #include <QIcon>
@@ -69,6 +70,12 @@ PaneTitlePreview::PaneTitlePreview(const KeyValueCoding& keys, const KeyValueCod
 void PaneTitlePreview::showEvent(QShowEvent* event) {
     refresh();
     QFrame::showEvent(event);
+}
+
+void PaneTitlePreview::changeEvent(QEvent* event) {
+    // The icon is drawn in the colour of texts.
+    if (event->type() == QEvent::PaletteChange) refreshLater();
+    QFrame::changeEvent(event);
 }
 
 void PaneTitlePreview::refreshLater() {

@@ -2,11 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <QColor>
+#include <QImage>
 #include <QLabel>
+#include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOptionSlider>
 
+#include <cstdlib>
 #include <vector>
 
 namespace calorivo {
@@ -24,14 +28,28 @@ class RecordingStyle final : public QProxyStyle {
     mutable std::vector<SubControls> drawn;
 };
 
-TEST(LimitSlider, ShowsItsKnobAndItsTicksAndNoTrack) {
+TEST(LimitSlider, LetsTheStyleDrawItsKnobAndNoTrack) {
     RecordingStyle style;
     LimitSlider slider;
     slider.setStyle(&style);
     slider.resize(300, 40);
     slider.grab();
-    EXPECT_EQ(style.drawn,
-              (std::vector<QStyle::SubControls>{{QStyle::SC_SliderTickmarks | QStyle::SC_SliderHandle}}));
+    EXPECT_EQ(style.drawn, (std::vector<QStyle::SubControls>{QStyle::SC_SliderHandle}));
+}
+
+TEST(LimitSlider, ItsTicksAreSeenOnEveryBackground) {
+    for (const QColor background : {QColor(250, 250, 250), QColor(30, 30, 30)}) {
+        LimitSlider slider;
+        slider.setPalette(QPalette(background));
+        slider.resize(300, slider.sizeHint().height());
+        const QImage image = slider.grab().toImage();
+        for (const int value : {40, 50, 100}) {
+            const int lightness = image.pixelColor(slider.xOfValue(value), image.height() - 2).lightness();
+            EXPECT_GT(std::abs(lightness - background.lightness()), 80) << value;
+        }
+        const QColor between = image.pixelColor(slider.xOfValue(45), image.height() - 2);
+        EXPECT_EQ(between, background);
+    }
 }
 
 TEST(LimitSlider, RunsFrom40To100Degrees) {
