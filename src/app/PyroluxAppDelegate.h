@@ -65,6 +65,8 @@ class PyroluxAppDelegate {
     [[nodiscard]] CheckCycle& checkCycle() { return *checkCycle_; }
     /// Only after awakeFromNib.
     [[nodiscard]] Logger& logger() { return *logger_; }
+    [[nodiscard]] const SensorNaming& naming() const { return naming_; }
+    [[nodiscard]] TemperatureReader& reader() { return reader_; }
     [[nodiscard]] SensorDiscovery& discovery() { return discovery_; }
     [[nodiscard]] Fans& fans() { return fans_; }
     [[nodiscard]] SourceList& sourceList() { return sourceList_; }

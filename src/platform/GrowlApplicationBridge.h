@@ -29,16 +29,16 @@ class GrowlApplicationBridgeDelegate {
 
 /// One notification. Texts are plain: nothing in them is markup.
 struct GrowlNotification {
-    std::string title;
-    std::string description;
+    std::string title = {};
+    std::string description = {};
     /// One of the kinds in the registration.
-    std::string notificationName;
+    std::string notificationName = {};
     /// None if empty.
     std::string iconData = {};
     int priority = 0;
     /// It stays until the user closes it.
     bool isSticky = false;
-    std::string clickContext;
+    std::string clickContext = {};
     /// None if empty.
     std::string identifier = {};
 

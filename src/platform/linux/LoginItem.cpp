@@ -58,10 +58,10 @@ std::string quotedArgument(std::string_view argument) {
     return out + '"';
 }
 
-/// A program's path may have no "=" in a command line, an argument may: there a shell that is given the path
-/// as an argument starts it.
+/// A program's path may have no "=" in a command line, and some desktops do not find it with a "%"; an
+/// argument may have both: then a shell that is given the path as an argument starts it.
 std::string commandLine(const std::string& program) {
-    if (program.find('=') == std::string::npos) return quotedArgument(program) + " --login";
+    if (program.find_first_of("=%") == std::string::npos) return quotedArgument(program) + " --login";
     return "/bin/sh -c " + quotedArgument("exec \"$0\" --login") + ' ' + quotedArgument(program);
 }
 

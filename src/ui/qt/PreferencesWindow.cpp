@@ -47,7 +47,7 @@ constexpr int paneIconSize = 32;
 PreferencesWindow::PreferencesWindow(DesktopSettings& settings, QWidget* parent)
     : QMainWindow(parent), items_(*new QActionGroup(this)), tabView_(*new QStackedWidget(this)) {
     setObjectName(QStringLiteral("prefWindow"));
-    setWindowTitle(tr("Calorivo Preferences"));
+    setWindowTitle(tr("Preferences"));
     setContextMenuPolicy(Qt::NoContextMenu);
     tabView_.setObjectName(QStringLiteral("preferencesTabView"));
     setCentralWidget(&tabView_);

@@ -181,7 +181,7 @@ TEST(LoginItem, QuotesHostilePaths) {
         {"/a`b", R"("/a\\`b" --login)", "/a`b"},
         {"/$HOME", R"("/\\$HOME" --login)", "/$HOME"},
         {"/a\\b", R"("/a\\\\b" --login)", R"(/a\\b)"},
-        {"/50%f", R"("/50%%f" --login)", "/50%f"},
+        {"/50%f", R"(/bin/sh -c "exec \\"\\$0\\" --login" "/50%%f")", "/50%f"},
         {"/a\nb\tc", R"("/a\nb\tc" --login)", R"(/a\nb\tc)"},
         {"/\xC3\xBC", "\"/\xC3\xBC\" --login", "/\xC3\xBC"},
         {"/a=b", R"(/bin/sh -c "exec \\"\\$0\\" --login" "/a=b")", "/a=b"},
