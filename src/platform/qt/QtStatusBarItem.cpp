@@ -121,8 +121,8 @@ void QtStatusBarItem::refresh() {
 
 StatusNotifierState QtStatusBarItem::composedState() const {
     const StatusBarResources& resources = bar_.resources();
-    const LabelSupport place = labelPlaceFor(bar_.titlePlace(), bar_.host().traits());
-    const TrayIconContents contents = trayIconContents(title_, image_.has_value(), place);
+    const TrayIconContents contents =
+        trayIconContents(title_, image_.has_value(), bar_.titlePlace(), bar_.host().traits());
     StatusNotifierState state;
     state.title = title_.isEmpty() ? QStringLiteral("Calorivo") : title_;
     state.label = contents.label;

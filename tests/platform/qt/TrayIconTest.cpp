@@ -138,16 +138,25 @@ TEST(TrayIconContents, PutsTheTitleWhereThePanelCanShowIt) {
 TEST(TrayIconContents, IsNeverAnInvisibleItem) {
     const QString title = QStringLiteral("45°C / 1200 RPM");
     const QString none;
+    const HostTraits poor{LabelSupport::none, true};
+    const TitlePlace automatic = TitlePlace::automatic;
     const TrayIconContents imageAlone{TrayIconKind::image, none, std::nullopt};
+    const TrayIconContents imageAndLabel{TrayIconKind::image, none, title};
     const TrayIconContents digits{TrayIconKind::digits, QStringLiteral("45"), std::nullopt};
     for (const bool hasImage : {false, true}) {
-        for (const auto place : {LabelSupport::none, LabelSupport::besideIcon, LabelSupport::insteadOfIcon})
-            EXPECT_EQ(trayIconContents(none, hasImage, place), imageAlone);
-        EXPECT_EQ(trayIconContents(title, hasImage, LabelSupport::none), digits);
-        EXPECT_EQ(trayIconContents(QStringLiteral("N/A"), hasImage, LabelSupport::none), imageAlone);
+        EXPECT_EQ(trayIconContents(none, hasImage, automatic, poor), imageAlone);
+        EXPECT_EQ(trayIconContents(title, hasImage, automatic, poor), digits);
+        EXPECT_EQ(trayIconContents(QStringLiteral("N/A"), hasImage, automatic, poor), imageAlone);
+        EXPECT_EQ(trayIconContents(title, hasImage, TitlePlace::besideIcon, poor), imageAndLabel)
+            << "the label may not be seen";
         const TrayIconKind icon = hasImage ? TrayIconKind::image : TrayIconKind::blank;
-        for (const auto place : {LabelSupport::besideIcon, LabelSupport::insteadOfIcon})
-            EXPECT_EQ(trayIconContents(title, hasImage, place), (TrayIconContents{icon, none, title}));
+        for (const auto label : {LabelSupport::besideIcon, LabelSupport::insteadOfIcon}) {
+            const HostTraits host{label, true};
+            EXPECT_EQ(trayIconContents(none, hasImage, automatic, host), imageAlone);
+            EXPECT_EQ(trayIconContents(title, hasImage, automatic, host),
+                      (TrayIconContents{icon, none, title}));
+            EXPECT_EQ(trayIconContents(title, hasImage, TitlePlace::insideIcon, host), digits);
+        }
     }
 }
 
