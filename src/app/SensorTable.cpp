@@ -60,12 +60,17 @@ QZTemperatureLevelIndicatorCell* SensorTable::tableViewDataCellForTableColumnRow
 std::optional<std::string> SensorTable::tableViewToolTipForCellRectTableColumnRowMouseLocation(
     TableView table, TableColumn column, std::size_t row) const {
     if (table != TableView::cpuTableView || column != TableColumn::maxTempTableColumn) return std::nullopt;
+    const auto maximum = maximumTextOfRow(row);
+    if (!maximum) return std::nullopt;
+    return format("Maximum Recorded Temperature: %@", *maximum);
+}
+
+std::optional<std::string> SensorTable::maximumTextOfRow(std::size_t row) const {
     const auto name = sourceList_.getTemperatureSensorNameForRow(row);
     if (!name) return std::nullopt;
     const auto cell = lists_.sensorNameToCustomCellMap.find(*name);
     if (cell == lists_.sensorNameToCustomCellMap.end()) return std::nullopt;
-    return format("Maximum Recorded Temperature: %@",
-                  reader_.convertDegreesToString(static_cast<double>(cell->second.maxUsedValue())));
+    return reader_.convertDegreesToString(static_cast<double>(cell->second.maxUsedValue()));
 }
 
 const QZTemperatureLevelIndicatorCell* SensorTable::levelCellToPaint(std::size_t row) {

@@ -34,6 +34,9 @@ class SensorTable {
     [[nodiscard]] std::optional<std::string> tableViewToolTipForCellRectTableColumnRowMouseLocation(
         TableView table, TableColumn column, std::size_t row) const;
 
+    /// The highest temperature recorded, as a text in the user's unit. None as above.
+    [[nodiscard]] std::optional<std::string> maximumTextOfRow(std::size_t row) const;
+
     /// The row's level bar with its present value, as a table paints it. Showing a value also records it: a
     /// drive has its maximum from here alone. Null and good as above.
     [[nodiscard]] const QZTemperatureLevelIndicatorCell* levelCellToPaint(std::size_t row);

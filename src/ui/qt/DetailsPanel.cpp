@@ -1,0 +1,146 @@
+#include "ui/qt/DetailsPanel.h"
+
+#include "smc/SmcDecode.h"
+#include "ui/qt/MainWindowText.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStringList>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+namespace calorivo {
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("Details", text); }
+
+/// Appends the fact unless it is not known.
+void append(QList<Fact>& facts, const QString& caption, const QString& text) {
+    if (!text.isEmpty()) facts.append({caption, text});
+}
+
+QString sourceText(const std::string& name) {
+    if (name == "applesmc") return QStringLiteral("Apple SMC");
+    if (name == "simulated") return tr("Simulated Mac");
+    if (name == "keysfile") return tr("Keys file");
+    return asQString(name);
+}
+
+QString bytesText(const SmcValue& value) {
+    QStringList bytes;
+    for (const std::uint8_t byte : smcDataBytes(value))
+        bytes.append(QStringLiteral("%1").arg(byte, 2, 16, QLatin1Char('0')));
+    return bytes.join(u' ');
+}
+
+void appendReading(QList<Fact>& facts, const Explanation& explanation) {
+    const SmcValue& value = explanation.value;
+    if (value.dataSize == 0) {
+        append(facts, tr("Bytes"), tr("No data"));
+    } else {
+        append(facts, tr("Type"), asQString(std::string_view(value.dataType.data())));
+        append(facts, tr("Bytes"), bytesText(value));
+    }
+    if (explanation.decoded) append(facts, tr("Decoded"), QString::number(*explanation.decoded, 'g', 8));
+    if (!explanation.reading) return;
+    const QString reading = QString::number(*explanation.reading, 'g', 8) + QStringLiteral(" °C");
+    append(facts, tr("Reading"),
+           explanation.isValid ? tr("%1, shown as %2").arg(reading, asQString(explanation.readingText))
+                               : tr("%1, which no sensor means: shown as N/A").arg(reading));
+}
+
+QString htmlOf(const Details& details, const QPalette& palette) {
+    const QString muted = palette.color(QPalette::PlaceholderText).name();
+    QString html = QStringLiteral("<p><b>%1</b></p>").arg(details.title.toHtmlEscaped());
+    for (const Fact& fact : details.facts)
+        html += QStringLiteral(R"(<p style="margin:0 0 7px 0"><span style="color:%1">%2</span><br>%3</p>)")
+                    .arg(muted, fact.caption.toHtmlEscaped(),
+                         fact.text.toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
+    return html;
+}
+
+}  // namespace
+
+Details detailsOf(const Explanation& explanation) {
+    QList<Fact> facts;
+    append(facts, tr("Key"), asQString(explanation.key.view()));
+    append(facts, tr("Source"), sourceText(explanation.source));
+    append(facts, tr("Device"), asQString(explanation.origin.device));
+    append(facts, tr("File"), asQString(explanation.origin.file));
+    append(facts, tr("Content"), asQString(explanation.origin.content));
+    append(facts, tr("Note"), asQString(explanation.origin.note));
+    appendReading(facts, explanation);
+    append(facts, tr("Named by"), asQString(explanation.naming));
+    QStringList rules;
+    for (const std::string& rule : explanation.grouping) rules.append(asQString(rule));
+    append(facts, tr("Put into its area by"), rules.join(u'\n'));
+    if (explanation.area != nullptr) append(facts, tr("Area"), asQString(explanation.area->name));
+    append(facts, tr("Not shown"), asQString(explanation.hiddenReason));
+    const QString title = asQString(explanation.name.empty() ? explanation.key.view() : explanation.name);
+    return {title, facts};
+}
+
+Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading) {
+    return {name,
+            {{tr("Serial number"), serial},
+             {tr("Source"), tr("The drive itself, which measures its temperature (SMART)")},
+             {tr("Reading"), reading}}};
+}
+
+DetailsPanel::DetailsPanel(QWidget* parent) : QWidget(parent) {
+    setObjectName(QStringLiteral("detailsPanel"));
+    setAccessibleName(QWidget::tr("Details"));
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+}
+
+void DetailsPanel::show(const Details& details) { showHtml(details.title, htmlOf(details, palette())); }
+
+void DetailsPanel::showHint(const QString& hint) {
+    const QString muted = palette().color(QPalette::PlaceholderText).name();
+    showHtml({}, QStringLiteral(R"(<p style="color:%1">%2</p>)").arg(muted, hint.toHtmlEscaped()));
+}
+
+QString DetailsPanel::plainText() const { return text_ != nullptr ? text_->toPlainText() : QString(); }
+
+QSize DetailsPanel::sizeHint() const {
+    const int character = fontMetrics().averageCharWidth();
+    return {character * 38, character * 30};
+}
+
+void DetailsPanel::showHtml(const QString& title, const QString& html) {
+    if (text_ == nullptr) {
+        text_ = new QTextBrowser(this);
+        text_->setObjectName(QStringLiteral("detailsText"));
+        text_->setAccessibleName(accessibleName());
+        text_->setFrameShape(QFrame::NoFrame);
+        text_->setOpenLinks(false);
+        text_->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        text_->document()->setDocumentMargin(12);
+        layout()->addWidget(text_);
+        setFocusProxy(text_);
+    }
+    if (html == html_ || (title == title_ && text_->textCursor().hasSelection())) return;
+    const int scrolled = title == title_ ? text_->verticalScrollBar()->value() : 0;
+    title_ = title;
+    html_ = html;
+    text_->setHtml(html);
+    text_->verticalScrollBar()->setValue(scrolled);
+}
+
+void DetailsPanel::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Cancel))
+        Q_EMIT escaped();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void DetailsPanel::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    // The colours are part of the text: it is made anew with the next reload.
+    if (event->type() == QEvent::PaletteChange) html_.clear();
+}
+
+}  // namespace calorivo

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/Explanation.h"
+
+#include <QList>
+#include <QString>
+#include <QWidget>
+
+class QTextBrowser;
+
+namespace calorivo {
+
+/// One thing that is known of a reading.
+struct Fact {
+    QString caption;
+    QString text;
+    friend bool operator==(const Fact&, const Fact&) = default;
+};
+
+struct Details {
+    QString title;
+    QList<Fact> facts;
+};
+
+/// What is known of a sensor, from the device up to the row; what is not known is left out.
+[[nodiscard]] Details detailsOf(const Explanation& explanation);
+/// A drive is asked itself.
+[[nodiscard]] Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading);
+
+/// Says where the value of the selected row comes from. Its text is made when it is shown first.
+class DetailsPanel final : public QWidget {
+    Q_OBJECT
+  public:
+    explicit DetailsPanel(QWidget* parent = nullptr);
+
+    /// Shows the details. While the user has some of the text selected, only those of another title replace
+    /// it.
+    void show(const Details& details);
+    using QWidget::show;
+    /// Shows one sentence where there is nothing to explain.
+    void showHint(const QString& hint);
+    [[nodiscard]] QString plainText() const;
+    [[nodiscard]] QSize sizeHint() const override;
+
+  Q_SIGNALS:
+    /// Escape was pressed in it.
+    void escaped();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void showHtml(const QString& title, const QString& html);
+
+    QTextBrowser* text_ = nullptr;
+    QString title_;
+    QString html_;
+};
+
+}  // namespace calorivo
