@@ -103,152 +103,6 @@
     </message>
 </context>
 <context>
-    <name>QWidget</name>
-    <message>
-        <source>Details</source>
-        <translation>Détails</translation>
-    </message>
-</context>
-<context>
-    <name>calorivo</name>
-    <message>
-        <source>Simulated Mac</source>
-        <translation>Mac simulé</translation>
-    </message>
-    <message>
-        <source>Keys file</source>
-        <translation>Fichier de clés</translation>
-    </message>
-    <message>
-        <source>Bytes</source>
-        <translation>Octets</translation>
-    </message>
-    <message>
-        <source>No data</source>
-        <translation>Aucune donnée</translation>
-    </message>
-    <message>
-        <source>Type</source>
-        <translation>Type</translation>
-    </message>
-    <message>
-        <source>Decoded</source>
-        <translation>Décodé</translation>
-    </message>
-    <message>
-        <source>Reading</source>
-        <translation>Mesure</translation>
-    </message>
-    <message>
-        <source>%1, shown as %2</source>
-        <translation>%1, affiché comme %2</translation>
-    </message>
-    <message>
-        <source>%1, which no sensor means: shown as N/A</source>
-        <translation>%1, ce qu’aucun capteur ne veut dire&#xa0;: affiché comme N/A</translation>
-    </message>
-    <message>
-        <source>Key</source>
-        <translation>Clé</translation>
-    </message>
-    <message>
-        <source>Source</source>
-        <translation>Source</translation>
-    </message>
-    <message>
-        <source>Device</source>
-        <translation>Périphérique</translation>
-    </message>
-    <message>
-        <source>File</source>
-        <translation>Fichier</translation>
-    </message>
-    <message>
-        <source>Content</source>
-        <translation>Contenu</translation>
-    </message>
-    <message>
-        <source>Note</source>
-        <translation>Remarque</translation>
-    </message>
-    <message>
-        <source>Named by</source>
-        <translation>Nommé par</translation>
-    </message>
-    <message>
-        <source>Put into its area by</source>
-        <translation>Rangé dans sa zone par</translation>
-    </message>
-    <message>
-        <source>Area</source>
-        <translation>Zone</translation>
-    </message>
-    <message>
-        <source>Not shown</source>
-        <translation>Non affiché</translation>
-    </message>
-    <message>
-        <source>Serial number</source>
-        <translation>Numéro de série</translation>
-    </message>
-    <message>
-        <source>The drive itself, which measures its temperature (SMART)</source>
-        <translation>Le disque lui-même, qui mesure sa température (SMART)</translation>
-    </message>
-    <message>
-        <source>A keys file is a dump of the controller&apos;s keys, one on each line. Lines count whose key begins with T, whose type is [sp78], and whose bytes give a temperature.</source>
-        <translation>Un fichier de clés contient les clés du contrôleur, une par ligne. Comptent les lignes dont la clé commence par T, dont le type est [sp78] et dont les octets donnent une température.</translation>
-    </message>
-    <message>
-        <source>The simulated Mac normally has dozens of sensors. Start the program again, or look at the options with: calorivo --help</source>
-        <translation>Le Mac simulé a normalement des dizaines de capteurs. Relancez le programme, ou consultez les options avec&#xa0;: calorivo --help</translation>
-    </message>
-    <message>
-        <source>The controller answered, but none of its keys gives a temperature now. It may be busy: start the program again. If it stays so, load the module anew: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</source>
-        <translation>Le contrôleur a répondu, mais aucune de ses clés ne donne de température pour l’instant. Il est peut-être occupé&#xa0;: relancez le programme. Si cela persiste, rechargez le module&#xa0;: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</translation>
-    </message>
-    <message>
-        <source>Linux shows a sensor once the module for its chip is loaded.
-
-• Processors: sudo modprobe coretemp (Intel) or sudo modprobe k10temp (AMD)
-• Intel Macs: sudo modprobe applesmc
-• Other chips: install lm-sensors, run sudo sensors-detect and load the modules that it names
-
-Then start the program again. A virtual machine mostly has no sensors; to look around all the same, start: calorivo --simulate</source>
-        <translation>Linux affiche un capteur dès que le module de sa puce est chargé.
-
-• Processeurs&#xa0;: sudo modprobe coretemp (Intel) ou sudo modprobe k10temp (AMD)
-• Mac Intel&#xa0;: sudo modprobe applesmc
-• Autres puces&#xa0;: installez lm-sensors, exécutez sudo sensors-detect et chargez les modules qu’il indique
-
-Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de capteurs&#x202f;; pour découvrir le programme malgré tout, lancez&#xa0;: calorivo --simulate</translation>
-    </message>
-    <message>
-        <source>No temperature sensors were found</source>
-        <translation>Aucun capteur de température n’a été trouvé</translation>
-    </message>
-    <message>
-        <source>The keys file holds no temperatures</source>
-        <translation>Le fichier de clés ne contient aucune température</translation>
-    </message>
-    <message>
-        <source>The keys file “%1” holds no temperatures</source>
-        <translation>Le fichier de clés «&#xa0;%1&#xa0;» ne contient aucune température</translation>
-    </message>
-    <message>
-        <source>No sensors in “%1”</source>
-        <translation>Aucun capteur dans «&#xa0;%1&#xa0;»</translation>
-    </message>
-    <message>
-        <source>Choose another area at the left.</source>
-        <translation>Choisissez une autre zone à gauche.</translation>
-    </message>
-    <message>
-        <source>No sensor in “%1” matches “%2”</source>
-        <translation>Aucun capteur de «&#xa0;%1&#xa0;» ne correspond à «&#xa0;%2&#xa0;»</translation>
-    </message>
-</context>
-<context>
     <name>calorivo::AboutWindow</name>
     <message>
         <source>About Calorivo</source>
@@ -456,10 +310,153 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
 </context>
 <context>
+    <name>calorivo::DetailsPanel</name>
+    <message>
+        <source>Simulated Mac</source>
+        <translation>Mac simulé</translation>
+    </message>
+    <message>
+        <source>Keys file</source>
+        <translation>Fichier de clés</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Octets</translation>
+    </message>
+    <message>
+        <source>No data</source>
+        <translation>Aucune donnée</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Type</translation>
+    </message>
+    <message>
+        <source>Decoded</source>
+        <translation>Décodé</translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation>Mesure</translation>
+    </message>
+    <message>
+        <source>%1, shown as %2</source>
+        <translation>%1, affiché comme %2</translation>
+    </message>
+    <message>
+        <source>%1, which no sensor means: shown as N/A</source>
+        <translation>%1, ce qu’aucun capteur ne veut dire&#xa0;: affiché comme N/A</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Clé</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Périphérique</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Fichier</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>Contenu</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Remarque</translation>
+    </message>
+    <message>
+        <source>Named by</source>
+        <translation>Nommé par</translation>
+    </message>
+    <message>
+        <source>Put into its area by</source>
+        <translation>Rangé dans sa zone par</translation>
+    </message>
+    <message>
+        <source>Area</source>
+        <translation>Zone</translation>
+    </message>
+    <message>
+        <source>Not shown</source>
+        <translation>Non affiché</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Numéro de série</translation>
+    </message>
+    <message>
+        <source>The drive itself, which measures its temperature (SMART)</source>
+        <translation>Le disque lui-même, qui mesure sa température (SMART)</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Détails</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::EmptyState</name>
     <message>
         <source>Clear Filter</source>
         <translation>Effacer le filtre</translation>
+    </message>
+    <message>
+        <source>A keys file is a dump of the controller&apos;s keys, one on each line. Lines count whose key begins with T, whose type is [sp78], and whose bytes give a temperature.</source>
+        <translation>Un fichier de clés contient les clés du contrôleur, une par ligne. Comptent les lignes dont la clé commence par T, dont le type est [sp78] et dont les octets donnent une température.</translation>
+    </message>
+    <message>
+        <source>The simulated Mac normally has dozens of sensors. Start the program again, or look at the options with: calorivo --help</source>
+        <translation>Le Mac simulé a normalement des dizaines de capteurs. Relancez le programme, ou consultez les options avec&#xa0;: calorivo --help</translation>
+    </message>
+    <message>
+        <source>The controller answered, but none of its keys gives a temperature now. It may be busy: start the program again. If it stays so, load the module anew: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</source>
+        <translation>Le contrôleur a répondu, mais aucune de ses clés ne donne de température pour l’instant. Il est peut-être occupé&#xa0;: relancez le programme. Si cela persiste, rechargez le module&#xa0;: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</translation>
+    </message>
+    <message>
+        <source>Linux shows a sensor once the module for its chip is loaded.
+
+• Processors: sudo modprobe coretemp (Intel) or sudo modprobe k10temp (AMD)
+• Intel Macs: sudo modprobe applesmc
+• Other chips: install lm-sensors, run sudo sensors-detect and load the modules that it names
+
+Then start the program again. A virtual machine mostly has no sensors; to look around all the same, start: calorivo --simulate</source>
+        <translation>Linux affiche un capteur dès que le module de sa puce est chargé.
+
+• Processeurs&#xa0;: sudo modprobe coretemp (Intel) ou sudo modprobe k10temp (AMD)
+• Mac Intel&#xa0;: sudo modprobe applesmc
+• Autres puces&#xa0;: installez lm-sensors, exécutez sudo sensors-detect et chargez les modules qu’il indique
+
+Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de capteurs&#x202f;; pour découvrir le programme malgré tout, lancez&#xa0;: calorivo --simulate</translation>
+    </message>
+    <message>
+        <source>No temperature sensors were found</source>
+        <translation>Aucun capteur de température n’a été trouvé</translation>
+    </message>
+    <message>
+        <source>The keys file holds no temperatures</source>
+        <translation>Le fichier de clés ne contient aucune température</translation>
+    </message>
+    <message>
+        <source>The keys file “%1” holds no temperatures</source>
+        <translation>Le fichier de clés «&#xa0;%1&#xa0;» ne contient aucune température</translation>
+    </message>
+    <message>
+        <source>No sensors in “%1”</source>
+        <translation>Aucun capteur dans «&#xa0;%1&#xa0;»</translation>
+    </message>
+    <message>
+        <source>Choose another area at the left.</source>
+        <translation>Choisissez une autre zone à gauche.</translation>
+    </message>
+    <message>
+        <source>No sensor in “%1” matches “%2”</source>
+        <translation>Aucun capteur de «&#xa0;%1&#xa0;» ne correspond à «&#xa0;%2&#xa0;»</translation>
     </message>
 </context>
 <context>
@@ -671,6 +668,22 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
         <extracomment>The time of day, as QDateTime::toString takes it.</extracomment>
         <translation>HH:mm:ss</translation>
     </message>
+    <message>
+        <source>Apple SMC</source>
+        <translation>SMC d’Apple</translation>
+    </message>
+    <message>
+        <source>Simulated Mac</source>
+        <translation>Mac simulé</translation>
+    </message>
+    <message>
+        <source>Keys file %1</source>
+        <translation>Fichier de clés %1</translation>
+    </message>
+    <message>
+        <source>No sensors</source>
+        <translation>Aucun capteur</translation>
+    </message>
 </context>
 <context>
     <name>calorivo::MainWindowSummary</name>
@@ -767,10 +780,6 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     <message>
         <source>The icon</source>
         <translation>L’icône</translation>
-    </message>
-    <message>
-        <source>Nothing</source>
-        <translation>Rien</translation>
     </message>
 </context>
 <context>
