@@ -430,6 +430,21 @@ Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sen
     </message>
 </context>
 <context>
+    <name>calorivo::DBusNotifications</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Notifications work</source>
+        <translation>Mitteilungen funktionieren</translation>
+    </message>
+    <message>
+        <source>This is how a temperature above its limit is announced.</source>
+        <translation>So wird eine Temperatur über ihrer Grenze gemeldet.</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::EmptyState</name>
     <message>
         <source>Clear Filter</source>

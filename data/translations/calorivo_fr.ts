@@ -430,6 +430,21 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
 </context>
 <context>
+    <name>calorivo::DBusNotifications</name>
+    <message>
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message>
+        <source>Notifications work</source>
+        <translation>Les notifications fonctionnent</translation>
+    </message>
+    <message>
+        <source>This is how a temperature above its limit is announced.</source>
+        <translation>Voici comment est annoncée une température au-dessus de sa limite.</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::EmptyState</name>
     <message>
         <source>Clear Filter</source>
