@@ -27,6 +27,8 @@ struct Configuration {
     /// The one model on which a powered-down discrete GPU keeps its last plausible value; empty for none.
     std::string retainingGPUModel;
     std::vector<ModelTable> modelTables;
+    /// The user's Documents folders, absolute paths; none where there is no such thing.
+    std::vector<std::string> documentDirectories;
 };
 
 }  // namespace calorivo

@@ -21,6 +21,7 @@ void PyroluxAppDelegate::awakeFromNib() {
     setInitialValues();
     chooseModelName();
     createQueues();
+    createLog();
     createCheckCycle();
     restoreCustomCells();
     chooseProcessType();
@@ -68,6 +69,29 @@ void PyroluxAppDelegate::createQueues() {
     logQueue_ = platform_.dispatch.makeSerialQueue(std::string(configuration_.logQueueLabel));
 }
 
+void PyroluxAppDelegate::createLog() {
+    logWriter_ = std::make_unique<LogWriter>(LogWriterParts{.dispatch = platform_.dispatch,
+                                                            .logQueue = *logQueue_,
+                                                            .files = platform_.fileHandles,
+                                                            .systemLog = platform_.systemLog,
+                                                            .logFileURL = state_.logFileURL,
+                                                            .logURLLock = state_.logURLLock,
+                                                            .failed = [this] { logger_->writerFailed(); }});
+    logger_ = std::make_unique<Logger>(LoggerParts{.dispatch = platform_.dispatch,
+                                                   .keys = keys_,
+                                                   .logFileURL = state_.logFileURL,
+                                                   .preferences = preferences_,
+                                                   .lists = lists_,
+                                                   .naming = naming_,
+                                                   .fans = fans_,
+                                                   .files = platform_.fileHandles,
+                                                   .systemLog = platform_.systemLog,
+                                                   .alertPanel = platform_.alertPanel,
+                                                   .workspace = platform_.workspace,
+                                                   .documentDirectories = configuration_.documentDirectories,
+                                                   .writer = *logWriter_});
+}
+
 void PyroluxAppDelegate::createCheckCycle() {
     checkCycle_ = std::make_unique<CheckCycle>(
         CheckCycleParts{.dispatch = platform_.dispatch,
@@ -79,7 +103,7 @@ void PyroluxAppDelegate::createCheckCycle() {
                         .preferences = preferences_,
                         .gpu = gpu_,
                         .averages = averages_,
-                        .outputs = {ports_.log, ports_.alerts, &display_, &drives_}});
+                        .outputs = {logWriter_.get(), &alerts_, &display_, &drives_}});
 }
 
 void PyroluxAppDelegate::restoreCustomCells() { preferencesController_.loadCustomCells(); }
@@ -110,7 +134,7 @@ void PyroluxAppDelegate::selectFirstPreferences() {
     interface_.controls.setSelectedItemIdentifier("Temperature");
 }
 
-void PyroluxAppDelegate::startNotifications() { callIfPresent(ports_.initGrowl); }
+void PyroluxAppDelegate::startNotifications() { alerts_.initGrowl(); }
 
 void PyroluxAppDelegate::observeSourceList() {
     sourceListObservation_ = sourceList_.observeSelectedObjects(

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "monitor/CyclePorts.h"
 #include "monitor/DriveTemperatures.h"
 #include "sensors/GPUNames.h"
 
@@ -25,17 +24,12 @@ class GPUSwitcher {
 /// The parts of the program that may be left out: whatever is empty or null is just not done. All must
 /// outlive the controller.
 struct ApplicationPorts {
-    /// Begins the log anew.
-    std::function<void()> setupLogger;
-    std::function<void()> initGrowl;
     /// May end the process and start it again elsewhere.
     std::function<void()> offerToMoveToApplicationsFolder;
     std::function<void()> setupVantixView;
     MakeSmartController makeSmartController;
     GPUSwitcher* gpuSwitcher = nullptr;
     GPUNames* gpuNames = nullptr;
-    CycleLog* log = nullptr;
-    CycleAlerts* alerts = nullptr;
 };
 
 /// Calls the step unless it is left out.

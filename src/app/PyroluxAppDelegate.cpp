@@ -25,6 +25,8 @@ PyroluxAppDelegate::PyroluxAppDelegate(const Platform& platform, const Interface
       sensorTable_(lists_, sourceList_, naming_, reader_),
       statusItem_({preferences_, averages_, fans_, smartInfo_, reader_, popUps_}),
       display_(interface_.cpuTableView, statusItem_),
+      alerts_({platform_.dispatch, preferences_, reader_, platform_.growl, platform_.systemLog,
+               [this] { activateAndShowMainWindow(); }}),
       modes_({preferences_, state_, keys_, statusItem_, platform_.alertPanel, platform_.serviceManagement,
               configuration_.loginHelperIdentifier}),
       linkActions_(configuration_.links, platform_.workspace, platform_.sysCtl, platform_.bundle,
@@ -57,7 +59,7 @@ PreferencesParts PyroluxAppDelegate::preferencesParts() {
             .checkTimerFired = [this] { checkCycle_->checkTimerFired(); },
             .setUpdateIntervalSecs =
                 [this](std::int32_t seconds) { checkCycle_->setUpdateIntervalSecs(seconds); },
-            .setupLogger = ports_.setupLogger,
+            .setupLogger = [this] { logger_->setupLogger(); },
             .reloadTable = [this] { interface_.cpuTableView.reloadData(); }};
 }
 

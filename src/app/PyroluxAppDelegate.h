@@ -11,6 +11,9 @@
 #include "app/SensorTable.h"
 #include "app/Windows.h"
 #include "monitor/CheckCycle.h"
+#include "output/LogWriter.h"
+#include "output/Logger.h"
+#include "output/OverLimitAlerts.h"
 #include "output/StatusItem.h"
 #include "platform/Platform.h"
 #include "sensors/SensorDiscovery.h"
@@ -57,9 +60,14 @@ class PyroluxAppDelegate {
     [[nodiscard]] const Preferences& preferences() const { return preferences_; }
     [[nodiscard]] KeyValueCoding& keys() { return keys_; }
     [[nodiscard]] const MenuBarPopUps& popUps() const { return popUps_; }
+    [[nodiscard]] const LinkTargets& links() const { return configuration_.links; }
     // The parts.
     /// Only after awakeFromNib.
     [[nodiscard]] CheckCycle& checkCycle() { return *checkCycle_; }
+    /// Only after awakeFromNib.
+    [[nodiscard]] Logger& logger() { return *logger_; }
+    [[nodiscard]] const SensorNaming& naming() const { return naming_; }
+    [[nodiscard]] TemperatureReader& reader() { return reader_; }
     [[nodiscard]] SensorDiscovery& discovery() { return discovery_; }
     [[nodiscard]] Fans& fans() { return fans_; }
     [[nodiscard]] SourceList& sourceList() { return sourceList_; }
@@ -82,6 +90,7 @@ class PyroluxAppDelegate {
     void setInitialValues();
     void chooseModelName();
     void createQueues();
+    void createLog();
     void createCheckCycle();
     void restoreCustomCells();
     void chooseProcessType();
@@ -139,14 +148,18 @@ class PyroluxAppDelegate {
     SensorTable sensorTable_;
     StatusItem statusItem_;
     MainDisplay display_;
+    OverLimitAlerts alerts_;
     ApplicationModes modes_;
     LinkActions linkActions_;
     PreferencesController preferencesController_;
     Observation sourceListObservation_;
+    std::unique_ptr<LogWriter> logWriter_;
+    std::unique_ptr<Logger> logger_;
     std::unique_ptr<CheckCycle> checkCycle_;
-    // Last, so that they end before what their blocks work on.
-    std::unique_ptr<Queue> checkQueue_;
+    // Last, so that they end before what their blocks work on; the check queue, which hands rows to the log
+    // queue, before that one.
     std::unique_ptr<Queue> logQueue_;
+    std::unique_ptr<Queue> checkQueue_;
 };
 
 }  // namespace calorivo

@@ -55,7 +55,7 @@ void PyroluxAppDelegate::keepPreferencesWindow() {
 void PyroluxAppDelegate::loadPreferences() { preferencesController_.loadPreferences(); }
 
 void PyroluxAppDelegate::setUpLoggerAndPromotion() {
-    callIfPresent(ports_.setupLogger);
+    logger_->setupLogger();
     callIfPresent(ports_.setupVantixView);
 }
 

@@ -4,6 +4,7 @@
 #include "cli/InlineDispatch.h"
 #include "cli/ListJSON.h"
 #include "cli/ListText.h"
+#include "cli/LogCommand.h"
 #include "cli/Terminal.h"
 #include "cli/Text.h"
 #include "cli/Watch.h"
@@ -20,15 +21,6 @@ namespace calorivo {
 namespace {
 
 bool isTerminal(const Output& output) { return output.descriptor() >= 0 && isatty(output.descriptor()) == 1; }
-
-/// Says that there is nothing to show. It is an answer, not a failure.
-void tellOfNoSensors(const Engine& engine, const Options& options, Output& errors) {
-    if (!engine.lists.validSensorNames.isEmpty()) return;
-    if (options.keysFile)
-        complain(errors, *options.keysFile + ": no temperatures in this keys file");
-    else
-        complain(errors, "no readable sensors on this machine; --simulate shows a simulated one");
-}
 
 int runList(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
     Engine& engine = session.discover(dispatch.mainQueue(), {});
@@ -47,7 +39,7 @@ int runList(const Options& options, Surroundings& surroundings, Session& session
     }
     const std::string text = listText(snapshot, look);
     out.write(text);
-    tellOfNoSensors(engine, options, errors);
+    session.tellOfNoSensors();
     if (text.empty() && !engine.lists.validSensorNames.isEmpty())
         complain(errors, "no sensors in this area on this machine");
     return exitAnswered;
@@ -70,7 +62,7 @@ int runRow(const Options& options, Surroundings& surroundings, Session& session,
         logHeader(engine.lists, engine.naming, engine.fans.fansArray(), engine.preferences);
     const auto [out, errors] = surroundings.streams;
     out.write(cleanText(header)).write("\n").write(cleanText(last.text)).write("\n");
-    tellOfNoSensors(engine, options, errors);
+    session.tellOfNoSensors();
     return exitAnswered;
 }
 
@@ -142,7 +134,8 @@ int answer(const Options& options, Surroundings& surroundings, Session& session,
         case Command::fans:
             return runFans(surroundings);
         case Command::watch:
-            break;  // it has a loop of its own
+        case Command::log:
+            break;  // they have a loop of their own
     }
     return exitWrongUse;
 }
@@ -180,6 +173,8 @@ int runProgram(const std::vector<std::string>& arguments, Surroundings& surround
     }
     if (parsed.options.command == Command::watch)
         return flushed(runWatch(parsed.options, surroundings), surroundings.streams);
+    if (parsed.options.command == Command::log)
+        return flushed(runLog(parsed.options, surroundings), surroundings.streams);
     InlineDispatch dispatch(std::chrono::system_clock::now());
     return flushed(runCommand(parsed.options, surroundings, dispatch), surroundings.streams);
 }

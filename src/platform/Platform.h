@@ -5,7 +5,9 @@ namespace calorivo {
 class AlertPanel;
 class Bundle;
 class Dispatch;
+class FileHandles;
 class FileManager;
+class GrowlApplicationBridge;
 class IOKit;
 class ProcessInfo;
 class ProcessManager;
@@ -25,6 +27,7 @@ struct Platform {
     const SensorProvider* sensorProvider;
     SysCtl& sysCtl;
     FileManager& fileManager;
+    FileHandles& fileHandles;
     Bundle& bundle;
     ProcessInfo& processInfo;
     StandardUserDefaults& userDefaults;
@@ -33,6 +36,7 @@ struct Platform {
     StatusBar& statusBar;
     AlertPanel& alertPanel;
     Workspace& workspace;
+    GrowlApplicationBridge& growl;
     SystemLog& systemLog;
 };
 

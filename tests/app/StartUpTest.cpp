@@ -17,6 +17,10 @@ using test::goldenFile;
 std::string callsOfStartUp(Application& application) {
     PyroluxAppDelegate& delegate = application.make();
     test::RecordingPlatform& machine = application.machine;
+    // Assigned when the log is set up, and before that when it is cleared.
+    const Observation logFile = delegate.keys().observe("logFileURL", [&] {
+        machine.calls.push_back("logFileURL \"" + delegate.state().logFileURL.get() + '"');
+    });
     std::string text = "* awakeFromNib\n";
     delegate.awakeFromNib();
     text += machine.takeCalls() + "* applicationDidFinishLaunching\n";

@@ -22,6 +22,7 @@ class Application {
         stored["showTempInMenuBar"] = true;
         stored["menuBarTempSensorIndex"] = 3;
         stored["showAppIcon"] = true;
+        configuration.documentDirectories = {"/home/u/My Documents"};
     }
 
     void store(const std::string& key, Value value) { machine.userDefaults.stored[key] = std::move(value); }

@@ -120,6 +120,27 @@ std::string RecordingBundle::objectForInfoDictionaryKey(std::string_view key) co
     return found != information.end() ? found->second : std::string();
 }
 
+void RecordingGrowl::load(Loaded loaded) {
+    calls_.emplace_back(loaded ? "Growl load" : "Growl unload");
+    loaded_ = std::move(loaded);
+    if (loaded_ && isPresent) loaded_("Fake Growl", "2.5");
+}
+
+void RecordingGrowl::setGrowlDelegate(GrowlApplicationBridgeDelegate* newDelegate) {
+    calls_.emplace_back(newDelegate != nullptr ? "setGrowlDelegate" : "setGrowlDelegate nil");
+    delegate = newDelegate;
+}
+
+void RecordingGrowl::notify(const GrowlNotification& notification) {
+    calls_.push_back("notify " + notification.title);
+    posted.push_back(notification);
+}
+
+void RecordingGrowl::appear(const std::string& name, const std::string& version) {
+    isPresent = true;
+    if (loaded_) loaded_(name, version);
+}
+
 std::unique_ptr<Queue> RecordingDispatch::makeSerialQueue(std::string label) {
     calls_.push_back("makeSerialQueue " + label);
     return time.makeSerialQueue(std::move(label));
@@ -238,6 +259,7 @@ Platform RecordingPlatform::platform() {
             .sensorProvider = nullptr,
             .sysCtl = sysCtl,
             .fileManager = fileManager,
+            .fileHandles = fileHandles,
             .bundle = bundle,
             .processInfo = processInfo,
             .userDefaults = userDefaults,
@@ -246,14 +268,13 @@ Platform RecordingPlatform::platform() {
             .statusBar = statusBar,
             .alertPanel = alertPanel,
             .workspace = workspace,
+            .growl = growl,
             .systemLog = systemLog};
 }
 
 ApplicationPorts RecordingPlatform::ports() {
     const auto record = [this](const char* call) { return [this, call] { calls.emplace_back(call); }; };
     ApplicationPorts ports;
-    ports.setupLogger = record("setupLogger");
-    ports.initGrowl = record("initGrowl");
     ports.offerToMoveToApplicationsFolder = record("offerToMoveToApplicationsFolder");
     ports.setupVantixView = record("setupVantixView");
     ports.gpuSwitcher = &gpuSwitcher;

@@ -4,6 +4,7 @@
 #include "app/Windows.h"
 #include "platform/AlertPanel.h"
 #include "platform/Bundle.h"
+#include "platform/GrowlApplicationBridge.h"
 #include "platform/Platform.h"
 #include "platform/ProcessInfo.h"
 #include "platform/ProcessManager.h"
@@ -13,6 +14,7 @@
 #include "platform/SystemLog.h"
 #include "platform/UserDefaults.h"
 #include "platform/Workspace.h"
+#include "support/FakeFileHandles.h"
 #include "support/FakeFileManager.h"
 #include "support/FakeSmc.h"
 #include "support/FakeSysCtl.h"
@@ -146,6 +148,15 @@ class RecordingWorkspace final : public Workspace {
         calls_.push_back("openURL " + std::string(url));
         return true;
     }
+    bool openFile(std::string_view fullPath) override {
+        calls_.push_back("openFile " + std::string(fullPath));
+        return true;
+    }
+    void activateFileViewerSelectingURLs(const std::vector<std::string>& urls) override {
+        std::string call = "activateFileViewerSelectingURLs";
+        for (const std::string& url : urls) call += ' ' + url;
+        calls_.push_back(call);
+    }
 
   private:
     Calls& calls_;
@@ -158,6 +169,26 @@ class RecordingSystemLog final : public SystemLog {
 
   private:
     Calls& calls_;
+};
+
+/// A notification service, there from the beginning unless `isPresent` says otherwise.
+class RecordingGrowl final : public GrowlApplicationBridge {
+  public:
+    explicit RecordingGrowl(Calls& calls) : calls_(calls) {}
+    void load(Loaded loaded) override;
+    void setGrowlDelegate(GrowlApplicationBridgeDelegate* delegate) override;
+    [[nodiscard]] bool respondsToNotify() const override { return isPresent; }
+    void notify(const GrowlNotification& notification) override;
+    /// The service comes, now or as another one.
+    void appear(const std::string& name, const std::string& version);
+
+    bool isPresent = true;
+    GrowlApplicationBridgeDelegate* delegate = nullptr;
+    std::vector<GrowlNotification> posted;
+
+  private:
+    Calls& calls_;
+    Loaded loaded_;
 };
 
 /// Virtual time and queues; serial queues and timers are written down.
@@ -255,7 +286,7 @@ class RecordingGPUSwitcher final : public GPUSwitcher {
 };
 
 /// Everything that the controller is given, and the list of what it did with it. The machine is a "Model1,2"
-/// with no sensors. The parts that may be left out are all there but log, alerts, drives and GPU names.
+/// with no sensors. The parts that may be left out are all there but drives and GPU names.
 struct RecordingPlatform {
     RecordingPlatform();
 
@@ -279,6 +310,8 @@ struct RecordingPlatform {
     RecordingAlertPanel alertPanel{calls};
     RecordingWorkspace workspace{calls};
     RecordingSystemLog systemLog{calls};
+    FakeFileHandles fileHandles;
+    RecordingGrowl growl{calls};
     RecordingWindows windows{calls};
     RecordingControls controls{calls};
     RecordingTableView cpuTableView{calls};
