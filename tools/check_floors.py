@@ -47,7 +47,7 @@ STANDARD = set(
 INCLUDE = re.compile(r'\s*#\s*include\s+(["<])([^">]+)[">]')
 SYSTEM_FOLDERS = {"platform/linux", "platform/macos", "cli", "host", "desktop", "platform/qt"}
 QT_FOLDERS = {"ui/qt", "platform/qt", "desktop"}
-LIBRARY_FOLDERS = {"cli": ("CLI/", "nlohmann/"), "platform/data": ("nlohmann/",), "platform/linux": ("nlohmann/",)}
+LIBRARY_FOLDERS = {"cli": ("CLI/", "nlohmann/"), "desktop": ("CLI/",), "platform/data": ("nlohmann/",), "platform/linux": ("nlohmann/",)}
 
 
 def folder_of(path: str) -> str:

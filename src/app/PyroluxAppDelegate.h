@@ -60,11 +60,14 @@ class PyroluxAppDelegate {
     [[nodiscard]] const Preferences& preferences() const { return preferences_; }
     [[nodiscard]] KeyValueCoding& keys() { return keys_; }
     [[nodiscard]] const MenuBarPopUps& popUps() const { return popUps_; }
+    [[nodiscard]] const LinkTargets& links() const { return configuration_.links; }
     // The parts.
     /// Only after awakeFromNib.
     [[nodiscard]] CheckCycle& checkCycle() { return *checkCycle_; }
     /// Only after awakeFromNib.
     [[nodiscard]] Logger& logger() { return *logger_; }
+    [[nodiscard]] const SensorNaming& naming() const { return naming_; }
+    [[nodiscard]] TemperatureReader& reader() { return reader_; }
     [[nodiscard]] SensorDiscovery& discovery() { return discovery_; }
     [[nodiscard]] Fans& fans() { return fans_; }
     [[nodiscard]] SourceList& sourceList() { return sourceList_; }

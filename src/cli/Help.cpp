@@ -47,6 +47,7 @@ std::string helpText() {
     for (const CommandRow& command : commandRows()) {
         std::string name = command.name;
         if (command.command == Command::why) name += " KEY|SERIAL";
+        if (command.command == Command::log) name += " [FILE]";
         appendRow(text, name, command.help, 2);
         for (const OptionRow& row : command.options) appendOption(text, row, 4);
     }

@@ -76,6 +76,9 @@ constexpr OptionRow fahrenheitRow{"--fahrenheit", "", "degrees Fahrenheit instea
                                   storeFlag<&Options::isFahrenheit>};
 constexpr OptionRow jsonRow{"--json", "", "one JSON object instead of text", storeFlag<&Options::isJSON>};
 
+constexpr OptionRow cyclesRow{"--cycles", "COUNT", "end after so many checks", storeCycles};
+constexpr OptionRow fansRow{"--fans", "", "the speeds of the fans too", storeFlag<&Options::isWithFans>};
+
 constexpr OptionRow commonRows[] = {
     {"--keysfile", "FILE", "read a dump of values instead of the machine", storeText<&Options::keysFile>},
     {"--simulate", "[SEED]", "a simulated machine; same seed, same values", storeSeed},
@@ -92,7 +95,7 @@ constexpr OptionRow listRows[] = {
 };
 constexpr OptionRow watchRows[] = {
     {"--interval", "SECONDS", "time between two checks: 5 unless given, 0 for none", storeInterval},
-    {"--cycles", "COUNT", "end after so many checks", storeCycles},
+    cyclesRow,
     {"--quiet", "", "show nothing until the end", storeFlag<&Options::isQuiet>},
     fahrenheitRow,
 };
@@ -101,7 +104,15 @@ constexpr OptionRow driveRows[] = {
     jsonRow,
 };
 constexpr OptionRow rowRows[] = {
-    {"--fans", "", "the speeds of the fans too", storeFlag<&Options::isWithFans>},
+    fansRow,
+    fahrenheitRow,
+};
+constexpr OptionRow logRows[] = {
+    {"--interval", "SECONDS", "time between two rows: 5 unless given", storeInterval},
+    cyclesRow,
+    fansRow,
+    {"--drives", "", "the drives too; has no effect yet", storeFlag<&Options::isWithDrives>},
+    {"--print", "", "to standard output instead of a file", storeFlag<&Options::isPrinting>},
     fahrenheitRow,
 };
 constexpr OptionRow whyRows[] = {
@@ -115,6 +126,7 @@ constexpr CommandRow rows[] = {
     {Command::fans, "fans", "every fan with its speeds and mode", {}},
     {Command::drives, "drives", "every drive with its temperature", driveRows},
     {Command::row, "row", "one check as the log writes it: header and row", rowRows},
+    {Command::log, "log", "append rows to FILE, \"Calorivo Log.csv\" unless given", logRows},
     {Command::why, "why", "where a reading comes from, or why it is hidden", whyRows},
 };
 

@@ -90,6 +90,9 @@ std::string conflictIn(const Options& options) {
     if (sources > 1) return "--keysfile, --simulate and --sys exclude one another";
     if (options.command == Command::why && options.serial.empty())
         return "why needs a key, for example TC0P, or the serial number of a drive";
+    if (options.command == Command::log && options.interval.count() == 0)
+        return "--interval: log needs a pause between two rows";
+    if (options.isPrinting && options.logFile) return "--print and a file exclude one another";
     return {};
 }
 
@@ -102,6 +105,25 @@ std::string storeKey(Options& options, const std::string& text) {
     options.key = text;
     options.key.resize(keyLength, ' ');
     return {};
+}
+
+std::string storeLogFile(Options& options, const std::string& text) {
+    if (text.empty()) return "an empty file name";
+    options.logFile = text;
+    return {};
+}
+
+/// The one argument of a command that is no option.
+void addOperand(CLI::App& app, Options& options, std::string& problem) {
+    const auto add = [&](const char* name, std::string (*store)(Options&, const std::string&)) {
+        app.add_option(name, [&options, &problem, store](const CLI::results_t& texts) {
+            const std::string wrong = store(options, texts.back());
+            if (!wrong.empty() && problem.empty()) problem = wrong;
+            return true;
+        });
+    };
+    if (options.command == Command::why) add("KEY", storeKey);
+    if (options.command == Command::log) add("FILE", storeLogFile);
 }
 
 }  // namespace
@@ -119,12 +141,7 @@ ParsedOptions parseOptions(const std::vector<std::string>& arguments) {
     app.set_help_flag();
     for (const OptionRow& row : commonOptionRows()) addOption(app, row, options, parsed.problem);
     for (const OptionRow& row : given.command->options) addOption(app, row, options, parsed.problem);
-    if (options.command == Command::why)
-        app.add_option("KEY", [&](const CLI::results_t& texts) {
-            const std::string wrong = storeKey(options, texts.back());
-            if (!wrong.empty() && parsed.problem.empty()) parsed.problem = wrong;
-            return true;
-        });
+    addOperand(app, options, parsed.problem);
     try {
         app.parse(std::vector<std::string>(given.rest.rbegin(), given.rest.rend()));
     } catch (const CLI::ParseError& error) {

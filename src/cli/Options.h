@@ -9,9 +9,9 @@
 
 namespace calorivo {
 
-enum class Command { list, watch, keys, fans, drives, row, why };
+enum class Command { list, watch, keys, fans, drives, row, log, why };
 
-/// What the user asked for. For `watch`, an interval of 0 means no pause at all.
+/// What the user asked for. For `watch`, an interval of 0 means no pause at all; `log` has none of 0.
 struct Options : SourceOptions {
     Command command = Command::list;
 
@@ -19,10 +19,15 @@ struct Options : SourceOptions {
     bool isJSON = false;
     /// list: only the area of this tag.
     std::optional<std::int32_t> areaTag;
-    /// watch: how many checks; 0 for no end.
+    /// watch and log: how many checks; 0 for no end.
     std::uint64_t cycles = 0;
     bool isQuiet = false;
     bool isWithFans = false;
+    bool isWithDrives = false;
+    /// log: where to; none for the usual name in the current folder.
+    std::optional<std::string> logFile;
+    /// log: to the standard output instead of a file.
+    bool isPrinting = false;
     /// why: four characters; empty when what was asked for is too long to be a key.
     std::string key;
     /// why: what was asked for as it was given, which may be the serial number of a drive.

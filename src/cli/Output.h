@@ -23,6 +23,8 @@ class Output {
     bool flush();
     /// What is wrong, empty when all is well ("No space left on device").
     [[nodiscard]] const std::string& problem() const { return problem_; }
+    /// Nothing that is written now arrives anywhere.
+    [[nodiscard]] bool isReaderGone() const { return isReaderGone_; }
     [[nodiscard]] const std::string& text() const { return text_; }
     [[nodiscard]] int descriptor() const { return descriptor_; }
 

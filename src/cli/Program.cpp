@@ -5,6 +5,8 @@
 #include "cli/InlineDispatch.h"
 #include "cli/ListJSON.h"
 #include "cli/ListText.h"
+#include "cli/LogCommand.h"
+#include "cli/Terminal.h"
 #include "cli/Text.h"
 #include "cli/Watch.h"
 #include "output/LogHeader.h"
@@ -21,15 +23,6 @@ namespace {
 
 bool isTerminal(const Output& output) { return output.descriptor() >= 0 && isatty(output.descriptor()) == 1; }
 
-/// Says that there is nothing to show. It is an answer, not a failure.
-void tellOfNoSensors(const Engine& engine, const Options& options, Output& errors) {
-    if (!engine.lists.validSensorNames.isEmpty()) return;
-    if (options.keysFile)
-        complain(errors, *options.keysFile + ": no temperatures in this keys file");
-    else
-        complain(errors, "no readable sensors on this machine; --simulate shows a simulated one");
-}
-
 int runList(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
     Engine& engine = session.discover(dispatch.mainQueue(), {});
     engine.cycle.checkTimerFired();
@@ -45,7 +38,7 @@ int runList(const Options& options, Surroundings& surroundings, Session& session
     look.areaTag = options.areaTag;
     const std::string text = listText(snapshot, look);
     out.write(text);
-    if (snapshot.drives.empty()) tellOfNoSensors(engine, options, errors);
+    if (snapshot.drives.empty()) session.tellOfNoSensors();
     if (text.empty() && !engine.lists.validSensorNames.isEmpty())
         complain(errors, "no sensors in this area on this machine");
     return exitAnswered;
@@ -68,7 +61,7 @@ int runRow(const Options& options, Surroundings& surroundings, Session& session,
         logHeader(engine.lists, engine.naming, engine.fans.fansArray(), engine.preferences);
     const auto [out, errors] = surroundings.streams;
     out.write(cleanText(header)).write("\n").write(cleanText(last.text)).write("\n");
-    tellOfNoSensors(engine, options, errors);
+    session.tellOfNoSensors();
     return exitAnswered;
 }
 
@@ -143,7 +136,8 @@ int answer(const Options& options, Surroundings& surroundings, Session& session,
             return runFans(surroundings);
         case Command::drives:  // it needs no controller
         case Command::watch:
-            break;  // it has a loop of its own
+        case Command::log:
+            break;  // they have a loop of their own
     }
     return exitWrongUse;
 }
@@ -182,6 +176,8 @@ int runProgram(const std::vector<std::string>& arguments, Surroundings& surround
     }
     if (parsed.options.command == Command::watch)
         return flushed(runWatch(parsed.options, surroundings), surroundings.streams);
+    if (parsed.options.command == Command::log)
+        return flushed(runLog(parsed.options, surroundings), surroundings.streams);
     InlineDispatch dispatch(std::chrono::system_clock::now());
     return flushed(runCommand(parsed.options, surroundings, dispatch), surroundings.streams);
 }

@@ -12,7 +12,7 @@ namespace calorivo {
 /// the streams, unflushed, and returns the exit code.
 [[nodiscard]] int runProgram(const std::vector<std::string>& arguments, Surroundings& surroundings);
 
-/// Every command but `watch`. `dispatch` gives the time and must run everything at once.
+/// Every command but `watch` and `log`. `dispatch` gives the time and must run everything at once.
 [[nodiscard]] int runCommand(const Options& options, Surroundings& surroundings, Dispatch& dispatch);
 
 }  // namespace calorivo

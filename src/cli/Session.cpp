@@ -62,6 +62,15 @@ Engine& Session::discover(Queue& checkQueue, const CycleOutputs& outputs) {
     return *engine_;
 }
 
+void Session::tellOfNoSensors() const {
+    if (!engine_->lists.validSensorNames.isEmpty()) return;
+    Output& errors = surroundings_.streams.errors;
+    if (options_.keysFile)
+        complain(errors, *options_.keysFile + ": no temperatures in this keys file");
+    else
+        complain(errors, "no readable sensors on this machine; --simulate shows a simulated one");
+}
+
 ProcessArguments Session::processArguments() const {
     ProcessArguments arguments{"calorivo"};
     if (options_.customModel) arguments.insert(arguments.end(), {"-custommodel", *options_.customModel});

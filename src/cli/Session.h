@@ -42,6 +42,9 @@ class Session {
     /// Finds the sensors, after open(), and reports what is wrong with the files that were read.
     Engine& discover(Queue& checkQueue, const CycleOutputs& outputs);
 
+    /// Says that there is nothing to show, if so. It is an answer, not a failure. After discover().
+    void tellOfNoSensors() const;
+
     [[nodiscard]] SensorProvider& provider() { return *provider_; }
     [[nodiscard]] const KeysInput& keysInput() const { return keysInput_; }
 

@@ -95,6 +95,16 @@ TEST(Options, ReadEveryOption) {
                   o.isQuiet = true;
               })},
         {{"--interval=0", "watch"}, with(Command::watch, [](Options& o) { o.interval = {}; })},
+        {{"log"}, with(Command::log, [](Options&) {})},
+        {{"log", "my log.csv", "--interval", "2", "--cycles=4", "--fans", "--drives", "--fahrenheit"},
+         with(Command::log,
+              [](Options& o) {
+                  o.logFile = "my log.csv";
+                  o.interval = std::chrono::seconds(2);
+                  o.cycles = 4;
+                  o.isWithFans = o.isWithDrives = o.isFahrenheit = true;
+              })},
+        {{"log", "--print"}, with(Command::log, [](Options& o) { o.isPrinting = true; })},
         {{"--simulate=1", "--simulate=2"}, with(Command::list, [](Options& o) { o.simulationSeed = 2; })},
     };
     for (const Row& row : rows) {
@@ -121,6 +131,9 @@ TEST(Options, WrongUseIsNamed) {
         {{"watch", "--interval", "86401"}, "--interval: an interval is a number of seconds from 0 to 86400"},
         {{"watch", "--interval", "5s"}, "--interval: an interval is a number of seconds from 0 to 86400"},
         {{"watch", "--cycles", "0"}, "--cycles: a number of cycles is a whole number from 1 on"},
+        {{"log", "--interval", "0"}, "--interval: log needs a pause between two rows"},
+        {{"log", ""}, "an empty file name"},
+        {{"log", "--print", "file"}, "--print and a file exclude one another"},
         {{"--simulate", "--sys", "/x"}, "--keysfile, --simulate and --sys exclude one another"},
         {{"--keysfile", "f", "--simulate"}, "--keysfile, --simulate and --sys exclude one another"},
         {{"--area", "Basement"},

@@ -8,6 +8,7 @@ import fcntl
 import json
 import os
 import pty
+import resource
 import select
 import signal
 import struct
@@ -192,6 +193,118 @@ class Process(unittest.TestCase):
         terminal.read_until(" checks in ")
         self.assertEqual(terminal.process.wait(timeout=LIMIT), 0)
         self.assertTrue(terminal.is_as_before())
+
+    def log_folder(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        return folder.name
+
+    def test_log_appends_rows_to_a_file(self):
+        folder = self.log_folder()
+        path = os.path.join(folder, "my log.csv")
+        for _ in range(2):
+            done = run("log", path, "--simulate=3", "--interval", "0.01", "--cycles", "3", "--fans")
+            self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+        with open(path, encoding="utf-8") as file:
+            lines = file.read().split("\n")
+        self.assertEqual(len(lines), 8)
+        self.assertRegex(lines[0], r"^Date,Time,.*,Computer Average\(C\),.*,Fan Average \(RPM\)$")
+        for line in lines[1:7]:
+            self.assertRegex(line, r"^\d{4}-\d\d-\d\d,\d\d:\d\d:\d\d,[\d,/AN]+$")
+        self.assertEqual(lines[7], "")
+
+    def test_log_has_a_usual_name(self):
+        folder = self.log_folder()
+        self.assertEqual(run("log", "--simulate", "--cycles", "1", cwd=folder).returncode, 0)
+        self.assertEqual(os.listdir(folder), ["Calorivo Log.csv"])
+
+    def test_log_prints_what_row_prints(self):
+        done = run("log", "--print", "--simulate=3", "--cycles", "1", "--fahrenheit")
+        row = run("row", "--simulate=3", "--fahrenheit")
+        self.assertEqual(done.stdout.split("\n")[0], row.stdout.split("\n")[0])
+        self.assertEqual(done.stdout.count("\n"), 2)
+        self.assertEqual(done.stderr, "")
+
+    def test_signals_end_a_log_with_whole_rows(self):
+        path = os.path.join(self.log_folder(), "log.csv")
+        for ending in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            with self.subTest(ending=ending):
+                process = subprocess.Popen(
+                    [PROGRAM, "log", path, "--simulate", "--interval", "0.01"], stderr=subprocess.PIPE, text=True
+                )
+                time.sleep(0.2)
+                process.send_signal(ending)
+                _, errors = process.communicate(timeout=LIMIT)
+                self.assertEqual((process.returncode, errors), (0, ""))
+                with open(path, encoding="utf-8") as file:
+                    lines = file.read().split("\n")
+                self.assertEqual(lines.pop(), "")
+                self.assertEqual({line.count(",") for line in lines[1:]}, {lines[1].count(",")})
+
+    def test_a_reader_that_goes_away_ends_a_log(self):
+        for interval in ("0.01", "3600"):
+            with subprocess.Popen(
+                [PROGRAM, "log", "--print", "--simulate", "--interval", interval],
+                stdout=subprocess.PIPE,
+                stderr=subprocess.PIPE,
+            ) as process:
+                process.stdout.readline()
+                process.stdout.close()
+                self.assertEqual(process.wait(timeout=LIMIT), 0)
+                self.assertEqual(process.stderr.read(), b"")
+
+    def test_log_tells_what_it_cannot_write_to(self):
+        folder = self.log_folder()
+        os.mkfifo(os.path.join(folder, "fifo"))
+        os.symlink("/nowhere", os.path.join(folder, "link"))
+        for name, reason in (
+            ("fifo", "Not a regular file"),
+            ("link", "Is a symbolic link"),
+            ("no/log.csv", "No such file or directory"),
+            (".", "Is a directory"),
+        ):
+            path = os.path.join(folder, name)
+            done = run("log", path, "--simulate")
+            self.assertEqual((done.returncode, done.stderr), (1, f"calorivo-cli: {path}: {reason}\n"))
+
+    def test_log_goes_on_after_a_full_disk_and_a_removed_file(self):
+        path = os.path.join(self.log_folder(), "log.csv")
+        limit = resource.getrlimit(resource.RLIMIT_FSIZE)
+        process = subprocess.Popen(
+            [PROGRAM, "log", path, "--simulate", "--interval", "0.01"], stderr=subprocess.PIPE, text=True
+        )
+        self.addCleanup(process.kill)
+
+        def lines():
+            with open(path, encoding="utf-8") as file:
+                return file.read().split("\n")
+
+        def wait_for(condition):
+            end = time.monotonic() + LIMIT
+            while not condition():
+                self.assertLess(time.monotonic(), end)
+                time.sleep(0.01)
+
+        wait_for(lambda: os.path.exists(path) and len(lines()) > 3)
+        # A limit of the size of files stands for the end of the disk.
+        resource.prlimit(process.pid, resource.RLIMIT_FSIZE, (os.path.getsize(path) + 5, limit[1]))
+        self.assertEqual(
+            process.stderr.readline(), "calorivo-cli: Unable to log because of error File too large\n"
+        )
+        size = os.path.getsize(path)
+        resource.prlimit(process.pid, resource.RLIMIT_FSIZE, limit)
+        wait_for(lambda: os.path.getsize(path) > size)
+        self.assertEqual({line.count(",") for line in lines()[1:-1]}, {lines()[1].count(",")})
+        os.remove(path)
+        self.assertEqual(
+            process.stderr.readline(), "calorivo-cli: Unable to log because of error No such file or directory\n"
+        )
+        wait_for(lambda: os.path.exists(path) and len(lines()) > 3)
+        self.assertTrue(lines()[0].startswith("Date,Time,"))
+        process.send_signal(signal.SIGTERM)
+        _, errors = process.communicate(timeout=LIMIT)
+        self.assertEqual(process.returncode, 1)
+        self.assertRegex(errors, r"^calorivo-cli: .*/log.csv: \d+ lines could not be written\n$")
 
     def test_q_ends_a_watch(self):
         terminal = self.terminal("watch", "--simulate")

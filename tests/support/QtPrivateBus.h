@@ -8,14 +8,18 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QEventLoop>
 #include <QFile>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QVariantList>
+
+#include <chrono>
 
 namespace calorivo {
 
@@ -93,8 +97,13 @@ class PrivateBus {
 /// Calls and waits for the answer or the error while the event loop runs, so that objects of the test's own
 /// thread can answer.
 inline QDBusMessage ask(const QDBusConnection& connection, const QDBusMessage& call) {
-    const QDBusPendingCall pending = connection.asyncCall(call);
-    if (!QTest::qWaitFor([&pending] { return pending.isFinished(); })) ADD_FAILURE() << "no answer";
+    constexpr std::chrono::seconds patience{10};
+    QEventLoop loop;
+    const QDBusPendingCallWatcher pending(connection.asyncCall(call));
+    QObject::connect(&pending, &QDBusPendingCallWatcher::finished, &loop, &QEventLoop::quit);
+    QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+    if (!pending.isFinished()) loop.exec();
+    EXPECT_TRUE(pending.isFinished()) << "no answer to " << call.member().toStdString();
     return pending.reply();
 }
 
@@ -105,9 +114,11 @@ inline QDBusMessage ask(const QDBusConnection& connection, const QString& servic
     return ask(connection, call);
 }
 
-/// Lets everything that is under way between the connections of the bus and this thread arrive.
+/// Lets what is under way between the connections of the bus and this thread arrive, and what that sets
+/// going: far more round trips than any conversation of a test has.
 inline void settle(const QDBusConnection& connection) {
-    for (int round = 0; round < 3; ++round) {
+    constexpr int rounds = 20;
+    for (int round = 0; round < rounds; ++round) {
         ask(connection, QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
             QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
         QCoreApplication::processEvents();

@@ -72,9 +72,7 @@ std::optional<std::string_view> valueOfLine(std::string_view line, std::string_v
     return line;
 }
 
-std::string absolute(const std::optional<std::string>& folder) {
-    return folder && folder->starts_with('/') ? *folder : std::string();
-}
+std::string absolute(const std::string& folder) { return folder.starts_with('/') ? folder : std::string(); }
 
 std::string homeOfUser() {
     constexpr std::size_t room = 16384;
@@ -82,7 +80,7 @@ std::string homeOfUser() {
     passwd entry{};
     passwd* found = nullptr;
     if (getpwuid_r(getuid(), &entry, texts.data(), texts.size(), &found) != 0 || found == nullptr) return {};
-    return absolute(std::string(found->pw_dir));
+    return absolute(found->pw_dir);
 }
 
 }  // namespace
@@ -104,9 +102,9 @@ UserDirectories userDirectories(std::string_view text, const std::string& home) 
 }
 
 UserDirectories userDirectories(const Environment& environment) {
-    std::string home = absolute(environment("HOME"));
+    std::string home = absolute(environment("HOME").value_or(""));
     if (home.empty()) home = homeOfUser();
-    std::string configuration = absolute(environment("XDG_CONFIG_HOME"));
+    std::string configuration = absolute(environment("XDG_CONFIG_HOME").value_or(""));
     if (configuration.empty()) configuration = home + "/.config";
     return userDirectories(readSmallFile(configuration + "/user-dirs.dirs", SymbolicLinks::followed).text,
                            home);

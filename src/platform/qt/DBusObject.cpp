@@ -1,12 +1,10 @@
 #include "platform/qt/DBusObject.h"
 
-#include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusVariant>
 #include <QVariantMap>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace calorivo {
@@ -141,26 +139,24 @@ QDBusMessage DBusObject::setProperty(const QDBusMessage& call) const {
 }
 
 QString DBusObject::introspect(const QString& /*path*/) const {
-    QString xml;
-    const auto element = [&xml](const QString& kind, const QString& name, const QString& contents) {
-        xml += QStringLiteral("    <%1 name=\"%2\">\n%3    </%1>\n").arg(kind, name, contents);
+    const auto element = [](const QString& kind, const QString& name, const QString& contents) {
+        return QStringLiteral("    <%1 name=\"%2\">\n%3    </%1>\n").arg(kind, name, contents);
     };
-    for (const DBusInterface* const interface : {&own_, &properties_}) {
-        xml += QStringLiteral("  <interface name=\"%1\">\n").arg(interface->name);
-        for (const DBusProperty& property : interface->properties) {
-            if (!property.value().isValid()) continue;
-            xml += QStringLiteral("    <property name=\"%1\" type=\"%2\" access=\"read\"/>\n")
-                       .arg(property.name, property.type);
-        }
-        for (const DBusMethod& method : interface->methods)
-            element(QStringLiteral("method"), method.name,
-                    argumentElements(method.takes, QStringLiteral(" direction=\"in\"")) +
-                        argumentElements(method.gives, QStringLiteral(" direction=\"out\"")));
-        for (const DBusSignal& announcement : interface->announcements)
-            element(QStringLiteral("signal"), announcement.name, argumentElements(announcement.carries, {}));
-        xml += QStringLiteral("  </interface>\n");
+    // The standard interfaces are added by QtDBus.
+    QString xml = QStringLiteral("  <interface name=\"%1\">\n").arg(own_.name);
+    for (const DBusProperty& property : own_.properties) {
+        if (!property.value().isValid()) continue;
+        xml += QStringLiteral("    <property name=\"%1\" type=\"%2\" access=\"read\"/>\n")
+                   .arg(property.name, property.type);
     }
-    return xml;
+    for (const DBusMethod& method : own_.methods)
+        xml += element(QStringLiteral("method"), method.name,
+                       argumentElements(method.takes, QStringLiteral(" direction=\"in\"")) +
+                           argumentElements(method.gives, QStringLiteral(" direction=\"out\"")));
+    for (const DBusSignal& announcement : own_.announcements)
+        xml +=
+            element(QStringLiteral("signal"), announcement.name, argumentElements(announcement.carries, {}));
+    return xml + QStringLiteral("  </interface>\n");
 }
 
 }  // namespace calorivo

@@ -40,7 +40,9 @@ Instance::Instance(InstancePlaces places, QObject* parent) : QObject(parent), pl
     new InstanceAdaptor(*this);
 }
 
-Instance::~Instance() = default;
+Instance::~Instance() {
+    if (ownsName_) places_.bus.unregisterService(places_.name);
+}
 
 Instance::Role Instance::start(const std::function<QByteArray(const char* name)>& environment) {
     const QString startupId = QString::fromUtf8(environment("DESKTOP_STARTUP_ID"));
@@ -67,7 +69,8 @@ Instance::Role Instance::startOnBus(const QString& startupId, const QString& tok
     places_.bus.registerObject(objectPath(), this, QDBusConnection::ExportAdaptors);
     constexpr int attempts = 3;
     for (int i = 0; i < attempts; ++i) {
-        if (places_.bus.registerService(places_.name)) return Role::first;
+        ownsName_ = places_.bus.registerService(places_.name);
+        if (ownsName_) return Role::first;
         const Role role = activateOnBus(startupId, token);
         // One that has just ended is no other instance: then the name is free.
         if (role != Role::first) {

@@ -44,6 +44,7 @@ class Instance final : public QObject {
     };
 
     explicit Instance(InstancePlaces places, QObject* parent = nullptr);
+    /// Gives the place of the first one up.
     ~Instance() override;
 
     /// Finds out which one this is, once. A second one passes on the activation token that `environment`
@@ -69,6 +70,7 @@ class Instance final : public QObject {
     std::unique_ptr<InstanceSocket> socket_;
     std::unique_ptr<QSocketNotifier> notifier_;
     Role role_ = Role::first;
+    bool ownsName_ = false;
 };
 
 }  // namespace calorivo

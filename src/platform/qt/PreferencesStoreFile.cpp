@@ -72,16 +72,13 @@ bool copyFile(const std::string& from, const std::string& to) {
     return std::filesystem::copy_file(from, to, std::filesystem::copy_options::none, error) && !error;
 }
 
-bool takeLock(int descriptor) {
-    constexpr int attempts = 50;
+bool takeLock(int descriptor, int patienceMilliseconds) {
     constexpr int pauseMilliseconds = 20;
-    for (int i = 0; i < attempts; ++i) {
+    for (int waited = 0;; waited += pauseMilliseconds) {
         if (flock(descriptor, LOCK_EX | LOCK_NB) == 0) return true;
-        if (errno != EWOULDBLOCK && errno != EINTR) return false;
+        if (errno != EWOULDBLOCK || waited >= patienceMilliseconds) return false;
         poll(nullptr, 0, pauseMilliseconds);
     }
-    errno = EWOULDBLOCK;
-    return false;
 }
 
 }  // namespace
@@ -121,10 +118,10 @@ std::string keepAside(const std::string& path) {
     return {};
 }
 
-PreferencesFileWriter::PreferencesFileWriter(const std::string& path)
+PreferencesFileWriter::PreferencesFileWriter(const std::string& path, int patienceMilliseconds)
     : path_(behindSymbolicLinks(path)), temporary_(path_ + ".new") {
     createPrivateFolder(folderOf(path_));
-    open();
+    open(patienceMilliseconds);
 }
 
 PreferencesFileWriter::~PreferencesFileWriter() {
@@ -135,12 +132,12 @@ PreferencesFileWriter::~PreferencesFileWriter() {
 /// The file to be is the lock as well, so that nothing else has to lie about, and what a killed process left
 /// is used again. Whoever had it before may have made it the real file meanwhile: then it is not the lock any
 /// more.
-void PreferencesFileWriter::open() {
+void PreferencesFileWriter::open(int patienceMilliseconds) {
     constexpr int attempts = 100;
     for (int i = 0; i < attempts; ++i) {
         descriptor_ =
             ::open(temporary_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
-        if (descriptor_ < 0 || !takeLock(descriptor_)) {
+        if (descriptor_ < 0 || !takeLock(descriptor_, patienceMilliseconds)) {
             problem_ = errno == EWOULDBLOCK ? "another instance is writing it" : errorText(errno);
             return;
         }

@@ -41,8 +41,8 @@ struct PreferencesFile {
 /// instances respect; a process that ends in whatever way leaves none behind.
 class PreferencesFileWriter {
   public:
-    /// Creates the file's folder for its owner only. Waits up to a second for another instance.
-    explicit PreferencesFileWriter(const std::string& path);
+    /// Creates the file's folder for its owner only. Waits so long for another instance to end its writing.
+    explicit PreferencesFileWriter(const std::string& path, int patienceMilliseconds = 1000);
     ~PreferencesFileWriter();
     PreferencesFileWriter(const PreferencesFileWriter&) = delete;
     PreferencesFileWriter& operator=(const PreferencesFileWriter&) = delete;
@@ -55,7 +55,7 @@ class PreferencesFileWriter {
     bool replaceWith(std::string_view text);
 
   private:
-    void open();
+    void open(int patienceMilliseconds);
     bool fail();
     [[nodiscard]] mode_t permissions() const;
 

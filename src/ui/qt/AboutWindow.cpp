@@ -1,17 +1,16 @@
 #include "ui/qt/AboutWindow.h"
 
-#include "ui/qt/PaneForm.h"
 #include "ui/qt/TemplateIcon.h"
 #include "ui/qt/ThankYouLinks.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFont>
 #include <QGridLayout>
 #include <QIcon>
 #include <QKeySequence>
 #include <QLabel>
+#include <QSize>
 #include <QVBoxLayout>
 
 namespace calorivo {
@@ -21,12 +20,6 @@ namespace {
 constexpr int margin = 20;
 constexpr int iconSize = 64;
 
-QPixmap programIcon(qreal devicePixelRatio) {
-    QIcon icon = QApplication::windowIcon();
-    if (icon.isNull()) icon = templateIcon(QStringLiteral("NewIcon_16px"));
-    return icon.pixmap(QSize(iconSize, iconSize), devicePixelRatio);
-}
-
 }  // namespace
 
 AboutWindow::AboutWindow(const QString& version, QWidget* parent)
@@ -34,7 +27,7 @@ AboutWindow::AboutWindow(const QString& version, QWidget* parent)
     setObjectName(QStringLiteral("aboutWindow"));
     setWindowTitle(tr("About Calorivo"));
     auto* const icon = new QLabel(this);
-    icon->setPixmap(programIcon(devicePixelRatioF()));
+    icon->setPixmap(applicationIcon().pixmap(QSize(iconSize, iconSize), devicePixelRatioF()));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const grid = new QGridLayout(this);
@@ -71,8 +64,8 @@ void AboutWindow::addTranslators() {
 }
 
 QLabel& AboutWindow::addText(const char* objectName, const QString& text) {
-    auto& label = *new PaneNote(text, this);
-    label.setFont(font());
+    auto& label = *new QLabel(text, this);
+    label.setTextFormat(Qt::PlainText);
     label.setObjectName(QLatin1String(objectName));
     label.setTextInteractionFlags(Qt::TextSelectableByMouse);
     texts_.addWidget(&label);

@@ -15,7 +15,7 @@ QT_END_NAMESPACE
 
 namespace calorivo {
 
-/// A slider of limits, from 40 to 100 °C: a knob on a ruler, without a track.
+/// A slider of limits, from 40 to 100 °C: a knob without a track.
 class LimitSlider final : public QSlider {
     Q_OBJECT
 
@@ -32,7 +32,7 @@ class LimitSlider final : public QSlider {
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// A limit slider with three numbers below it, each at its place on the ruler.
+/// A limit slider on a ruler with a tick for every ten degrees, and three numbers, each at its place.
 class LimitScale final : public QWidget {
     Q_OBJECT
 
@@ -50,6 +50,7 @@ class LimitScale final : public QWidget {
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
   protected:
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:

@@ -10,8 +10,11 @@
 #include <QGridLayout>
 #include <QLayoutItem>
 #include <QRadioButton>
+#include <QResizeEvent>
 #include <QVBoxLayout>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace calorivo {
 
@@ -52,8 +55,13 @@ void PaneNote::setNote(const QString& text) {
 
 QSize PaneNote::sizeHint() const {
     constexpr int charactersInALine = 62;
-    const int width = charactersInALine * fontMetrics().averageCharWidth();
-    return {width, heightForWidth(width)};
+    const int ownWidth = charactersInALine * fontMetrics().averageCharWidth();
+    return {ownWidth, heightForWidth(std::max(ownWidth, width()))};
+}
+
+void PaneNote::resizeEvent(QResizeEvent* event) {
+    QLabel::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width()) updateGeometry();
 }
 
 PaneForm::PaneForm(QWidget& pane) : pane_(pane), grid_(*new QGridLayout(&pane)) {
@@ -66,16 +74,18 @@ void PaneForm::addRow(const QString& label, QWidget& field) { addRow(label, fiel
 void PaneForm::addRow(const QString& label, QWidget& row, QWidget& field) {
     auto* const heading = new QLabel(label, &pane_);
     heading->setBuddy(&field);
+    // Beside the first line of what it names, which may have more of them.
+    heading->setMinimumHeight(field.sizeHint().height());
     if (field.accessibleName().isEmpty()) field.setAccessibleName(spokenText(label));
-    addRow(*heading, row);
+    const int line = grid_.rowCount();
+    grid_.addWidget(heading, line, labels, Qt::AlignTrailing | Qt::AlignTop);
+    grid_.addWidget(&row, line, controls);
 }
 
 void PaneForm::addRow(QWidget& heading, QWidget& field) {
-    const int row = grid_.rowCount();
-    // A label stands beside the first line of what it names.
-    const bool isHigh = field.sizeHint().height() > 2 * heading.sizeHint().height();
-    grid_.addWidget(&heading, row, labels, Qt::AlignTrailing | (isHigh ? Qt::AlignTop : Qt::AlignVCenter));
-    grid_.addWidget(&field, row, controls);
+    const int line = grid_.rowCount();
+    grid_.addWidget(&heading, line, labels, Qt::AlignTrailing | Qt::AlignVCenter);
+    grid_.addWidget(&field, line, controls);
 }
 
 void PaneForm::addRow(QWidget& field) { grid_.addWidget(&field, grid_.rowCount(), controls); }

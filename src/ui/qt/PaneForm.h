@@ -12,7 +12,7 @@ QT_BEGIN_NAMESPACE
 class QButtonGroup;
 class QCheckBox;
 class QGridLayout;
-class QRadioButton;
+class QResizeEvent;
 class QWidget;
 QT_END_NAMESPACE
 
@@ -21,8 +21,8 @@ namespace calorivo {
 /// The text as a screen reader is to say it: without mnemonics and the colon at its end.
 [[nodiscard]] QString spokenText(const QString& text);
 
-/// An explanation in small text. It is as high as its text needs at its own width, so that a window around it
-/// has a size of its own whatever else is in it. An empty one takes no place.
+/// An explanation in small text. It has a width of its own, and is as high as its text needs at that, so that
+/// a window around it knows its size. An empty one takes no place.
 class PaneNote final : public QLabel {
     Q_OBJECT
 
@@ -34,6 +34,9 @@ class PaneNote final : public QLabel {
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
     [[nodiscard]] bool hasHeightForWidth() const override { return false; }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
 };
 
 /// Lays out a pane of the preferences: labels end where controls begin, explanations stand below what they

@@ -4,14 +4,15 @@
 #include "ui/qt/KeyBinding.h"
 #include "ui/qt/TemplateIcon.h"
 
+#include <QEvent>
 #include <QFont>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QShowEvent>
 #include <QStyle>
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -35,12 +36,10 @@ constexpr std::array titleKeys{"showTempInMenuBar",
                                "avgCPUTempAsString",
                                "avgRPMAsString"};
 
-/// The digits of the first reading, which is what fits into an icon.
+/// The first number, which is what fits into an icon.
 QString digitsOf(const QString& title) {
-    const auto end = std::find_if(title.begin(), title.end(), [](QChar character) {
-        return !character.isDigit() && character != QLatin1Char('-');
-    });
-    return title.left(end - title.begin());
+    static const QRegularExpression number(QStringLiteral("(?<![0-9])-?[0-9]+"));
+    return number.match(title).captured();
 }
 
 }  // namespace
@@ -71,6 +70,12 @@ void PaneTitlePreview::showEvent(QShowEvent* event) {
     QFrame::showEvent(event);
 }
 
+void PaneTitlePreview::changeEvent(QEvent* event) {
+    // The icon is drawn in the colour of texts.
+    if (event->type() == QEvent::PaletteChange) refreshLater();
+    QFrame::changeEvent(event);
+}
+
 void PaneTitlePreview::refreshLater() {
     if (isToBeRefreshed_ || !isVisible()) return;
     isToBeRefreshed_ = true;
@@ -85,7 +90,8 @@ void PaneTitlePreview::refresh() {
     const bool isInside =
         desktopKeys_.valueForKey("titlePlace").intValue() == static_cast<int>(TitlePlace::insideIcon);
     const QString shown = isInside ? digitsOf(title) : title;
-    const bool hasIcon = keys_.valueForKey("showAppIcon").boolValue() && (!isInside || shown.isEmpty());
+    // Nobody would find an item that shows nothing at all.
+    const bool hasIcon = shown.isEmpty() || (!isInside && keys_.valueForKey("showAppIcon").boolValue());
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     icon_.setPixmap(
         templateIcon(QStringLiteral("NewIcon_16px")).pixmap(QSize(size, size), devicePixelRatioF()));
@@ -94,7 +100,7 @@ void PaneTitlePreview::refresh() {
     if (keys_.valueForKey("useSmallerMenuFont").boolValue())
         shownFont.setPointSizeF(shownFont.pointSizeF() * smaller);
     text_.setFont(shownFont);
-    text_.setText(shown.isEmpty() && !hasIcon ? tr("Nothing") : shown);
+    text_.setText(shown);
 }
 
 }  // namespace calorivo

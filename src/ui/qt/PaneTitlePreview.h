@@ -8,6 +8,7 @@
 #include <string>
 
 QT_BEGIN_NAMESPACE
+class QEvent;
 class QLabel;
 class QShowEvent;
 QT_END_NAMESPACE
@@ -26,6 +27,7 @@ class PaneTitlePreview final : public QFrame {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     /// When the setter that announced the change is through.

@@ -47,7 +47,7 @@ constexpr int paneIconSize = 32;
 PreferencesWindow::PreferencesWindow(DesktopSettings& settings, QWidget* parent)
     : QMainWindow(parent), items_(*new QActionGroup(this)), tabView_(*new QStackedWidget(this)) {
     setObjectName(QStringLiteral("prefWindow"));
-    setWindowTitle(tr("Calorivo Preferences"));
+    setWindowTitle(tr("Preferences"));
     setContextMenuPolicy(Qt::NoContextMenu);
     tabView_.setObjectName(QStringLiteral("preferencesTabView"));
     setCentralWidget(&tabView_);
@@ -127,6 +127,18 @@ void PreferencesWindow::select(int index) {
     if (index < 0 || index >= tabView_.count()) return;
     items_.actions().at(index)->setChecked(true);
     tabView_.setCurrentIndex(index);
+    focusFirstControl();
+}
+
+void PreferencesWindow::focusFirstControl() {
+    const QWidget* const toolBar = findChild<QToolBar*>();
+    // Whoever walks along the tool bar with the keyboard stays there.
+    if (toolBar->isAncestorOf(focusWidget())) return;
+    const QWidget* const pane = tabView_.currentWidget();
+    for (QWidget* next = pane->nextInFocusChain(); next != pane; next = next->nextInFocusChain()) {
+        const bool isControl = (next->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && next->isEnabled();
+        if (pane->isAncestorOf(next) && isControl) return next->setFocus();
+    }
 }
 
 void PreferencesWindow::selectNeighbour(int step) {

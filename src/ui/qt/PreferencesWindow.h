@@ -59,6 +59,7 @@ class PreferencesWindow final : public QMainWindow {
     void makeToolBar();
     void makeShortcuts();
     void select(int index);
+    void focusFirstControl();
     void selectNeighbour(int step);
 
     KeyValueCoding desktopKeys_;

@@ -262,12 +262,22 @@ TEST_F(DBusNotificationsTest, AsksAgainAServerThatHangsAtTheStart) {
 }
 
 TEST_F(DBusNotificationsTest, RemembersTheLastOnesForAServerThatNeverClosesAny) {
+    options.mostPending = 100;
+    notifications = std::make_unique<DBusNotifications>(client, options);
+    notifications->setGrowlDelegate(&delegate);
     start();
-    for (int count = 0; count < 257; ++count) post({.title = "Hot", .clickContext = std::to_string(count)});
+    for (int count = 0; count < 257; ++count) {
+        // The bus itself allows no more than 128 waiting calls.
+        if (!notifications->respondsToNotify()) {
+            ASSERT_TRUE(QTest::qWaitFor([this] { return notifications->pending() == 0; }));
+        }
+        notifications->notify({.title = "Hot", .clickContext = std::to_string(count)});
+    }
+    ASSERT_TRUE(QTest::qWaitFor([this] { return notifications->pending() == 0; }));
     server->invoke(1, QStringLiteral("default"));
     server->invoke(2, QStringLiteral("default"));
     settleAll();
-    EXPECT_THAT(delegate.clicks, ElementsAre("token ", "1"));
+    EXPECT_THAT(delegate.clicks, ElementsAre("1"));
 }
 
 TEST_F(DBusNotificationsTest, ShowsATest) {
@@ -277,7 +287,8 @@ TEST_F(DBusNotificationsTest, ShowsATest) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return notifications->pending() == 0; }));
     ASSERT_EQ(server->shown.size(), 1);
     EXPECT_EQ(server->shown.front().title, QStringLiteral("Notifications work"));
-    EXPECT_EQ(server->shown.front().body, QStringLiteral("A temperature above its limit is told like this."));
+    EXPECT_EQ(server->shown.front().body,
+              QStringLiteral("This is how a temperature above its limit is announced."));
 }
 
 TEST_F(DBusNotificationsTest, IsSilentWithoutASessionBus) {

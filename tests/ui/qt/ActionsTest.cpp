@@ -81,11 +81,11 @@ TEST_F(ActionsTest, TheUnitIsChosenAndFollowed) {
 TEST_F(ActionsTest, ChoosingTheUnitThatThereIsDoesNothing) { EXPECT_EQ(callsOf(actions.celsius), ""); }
 
 TEST_F(ActionsTest, TheLogCanBeOpenedWhileThereIsOne) {
-    EXPECT_FALSE(actions.openLog->isEnabled());
-    EXPECT_FALSE(actions.revealLog->isEnabled());
-    application.delegate().keys().setValueForKey("file:///log.csv", "logFileURL");
     EXPECT_TRUE(actions.openLog->isEnabled());
     EXPECT_TRUE(actions.revealLog->isEnabled());
+    application.delegate().keys().setValueForKey("", "logFileURL");
+    EXPECT_FALSE(actions.openLog->isEnabled());
+    EXPECT_FALSE(actions.revealLog->isEnabled());
 }
 
 TEST_F(ActionsTest, EveryActionIsNamedAsItsMember) {

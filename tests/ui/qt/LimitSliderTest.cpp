@@ -2,11 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <QColor>
+#include <QImage>
 #include <QLabel>
+#include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOptionSlider>
 
+#include <cstdlib>
 #include <vector>
 
 namespace calorivo {
@@ -24,20 +28,34 @@ class RecordingStyle final : public QProxyStyle {
     mutable std::vector<SubControls> drawn;
 };
 
-TEST(LimitSlider, ShowsItsKnobAndItsTicksAndNoTrack) {
+TEST(LimitSlider, LetsTheStyleDrawItsKnobAndNoTrack) {
     RecordingStyle style;
     LimitSlider slider;
     slider.setStyle(&style);
     slider.resize(300, 40);
     slider.grab();
-    EXPECT_EQ(style.drawn,
-              (std::vector<QStyle::SubControls>{{QStyle::SC_SliderTickmarks | QStyle::SC_SliderHandle}}));
+    EXPECT_EQ(style.drawn, (std::vector<QStyle::SubControls>{QStyle::SC_SliderHandle}));
 }
 
 TEST(LimitSlider, RunsFrom40To100Degrees) {
     LimitSlider slider;
     EXPECT_EQ(slider.minimum(), 40);
     EXPECT_EQ(slider.maximum(), 100);
+}
+
+TEST(LimitScale, ItsTicksAreSeenOnEveryBackground) {
+    for (const QColor background : {QColor(250, 250, 250), QColor(30, 30, 30)}) {
+        LimitScale scale({"low", "med", "high"}, nullptr);
+        scale.setPalette(QPalette(background));
+        scale.resize(scale.sizeHint());
+        const QImage image = scale.grab().toImage();
+        const int below = scale.slider().height() + 2;
+        for (const int value : {40, 50, 100}) {
+            const int lightness = image.pixelColor(scale.slider().xOfValue(value), below).lightness();
+            EXPECT_GT(std::abs(lightness - background.lightness()), 80) << value;
+        }
+        EXPECT_EQ(image.pixelColor(scale.slider().xOfValue(45), below), background);
+    }
 }
 
 TEST(LimitScale, PutsEachNumberBelowItsPlaceOnTheRuler) {

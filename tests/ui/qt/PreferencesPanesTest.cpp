@@ -149,6 +149,7 @@ TEST_F(PreferencesPanesTest, APathIsShownAsItStands) {
 }
 
 TEST_F(PreferencesPanesTest, WithoutALogFileThereIsNothingToOpenAndTheReason) {
+    application.configuration.documentDirectories.clear();
     start();
     EXPECT_EQ(control<QLineEdit>("logFileURL").text(), QString());
     EXPECT_FALSE(control<QPushButton>("openLog").isEnabled());
