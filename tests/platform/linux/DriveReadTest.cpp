@@ -250,6 +250,15 @@ TEST_F(DriveRead, TakesIdentifyDataWholeWhateverItsLastByteIs) {
     EXPECT_EQ(read().identify, identify);
 }
 
+TEST_F(DriveRead, IdentifiesDrivesWithoutAskingThem) {
+    addDisk(tree, disk);
+    addNvme(tree, nvme);
+    EXPECT_EQ(identifyDrive("sda", tree.root()), identifyData("SAMPLE DISK", "A1"));
+    EXPECT_EQ(identifyDrive("nvme0", tree.root()), identifyData("SAMPLE NVME", "N1"));
+    EXPECT_EQ(identifyDrive("sdb", tree.root()), std::nullopt);
+    EXPECT_EQ(identifyDrive("nvme1", tree.root()), std::nullopt);
+}
+
 TEST_F(DriveRead, KnowsNothingOfADriveThatIsGone) {
     DriveReading gone;
     gone.error = ENODEV;
