@@ -61,7 +61,7 @@ std::string troubleOf(const DriveDetail& detail) {
         case DriveAnswer::State::hung:
             return "it does not answer";
         case DriveAnswer::State::failed:
-            return "the reader of drives cannot be started";
+            return "the reader of drives failed";
         case DriveAnswer::State::late:
             return "it has not answered yet";
         case DriveAnswer::State::read:

@@ -29,7 +29,7 @@ struct RecordedDrives {
         return runCommandLine(arguments);
     }
     FakeTree tree;
-    const test::FakeDisk first;
+    const test::FakeDisk first{};
 };
 
 TEST(DrivesCommand, PrintsEveryDrive) {

@@ -35,8 +35,8 @@ TEST(AtaIdentify, EndsFullFieldsWhereTheyEnd) {
 
 TEST(AtaIdentify, EndsATextAtItsFirstZero) {
     AtaBlock data = identifyData("Disk", "A1");
-    data[54 + (2U ^ 1U)] = 0;
-    data[20 + (1U ^ 1U)] = 0;
+    data[54 + 3] = 0;  // the third character, in a swapped word
+    data[20] = 0;      // the second one
     EXPECT_EQ(driveFromIdentifyData(data), (DriveDictionary{"Di", "A", 0}));
 }
 

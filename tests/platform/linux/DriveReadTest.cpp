@@ -112,8 +112,8 @@ class DriveRead : public testing::Test {
 
     FakeTree tree;
     FakeDevices fake;
-    const FakeDisk disk;
-    const FakeNvme nvme;
+    const FakeDisk disk{};
+    const FakeNvme nvme{};
 };
 
 TEST_F(DriveRead, AsksTheKernelWithoutAnyPrivilege) {
