@@ -76,8 +76,8 @@ std::string troubleOf(const DriveDetail& detail) {
 /// None for what is no drive with SMART, as far as one can tell.
 std::optional<DriveDetails> detailsOf(const DriveDetail& detail) {
     const DriveReading& reading = detail.reading;
-    DriveDetails details{
-        .model = {}, .serial = {}, .device = detail.name, .celsius = {}, .source = {}, .trouble = {}};
+    DriveDetails details;
+    details.device = detail.name;
     if (reading.hasIdentify) {
         const auto dictionary = driveFromIdentifyData(reading.identify);
         if (!dictionary) return std::nullopt;
@@ -94,6 +94,17 @@ std::optional<DriveDetails> detailsOf(const DriveDetail& detail) {
     return details;
 }
 
+/// Marks those that are among the disks, which are in the same order.
+void markListed(std::vector<DriveDetails>& drives, const std::vector<DriveDictionary>& disks) {
+    auto disk = disks.begin();
+    for (DriveDetails& drive : drives) {
+        if (disk == disks.end()) return;
+        drive.isListed = disk->model == drive.model && trimmed(disk->serial) == drive.serial &&
+                         disk->temp == drive.celsius.value_or(0);
+        if (drive.isListed) ++disk;
+    }
+}
+
 class LinuxDrives final : public Drives {
   public:
     explicit LinuxDrives(std::string sys, std::unique_ptr<DriveReaders> readers)
@@ -104,6 +115,7 @@ class LinuxDrives final : public Drives {
         std::vector<DriveDetails> found;
         for (const DriveDetail& detail : ataSmart_.details())
             if (auto details = detailsOf(detail)) found.push_back(std::move(*details));
+        markListed(found, controller_.allDisks());
         const std::lock_guard lock(mutex_);
         details_ = std::move(found);
     }

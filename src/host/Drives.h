@@ -25,6 +25,8 @@ struct DriveDetails {
     std::string source;
     /// It sleeps and was not woken: the temperature, if any, is the one before it fell asleep.
     bool isAsleep = false;
+    /// It is in the list of drives. One that refuses SMART is there without a temperature.
+    bool isListed = false;
     /// Why there is no temperature; empty when there is one.
     std::string trouble;
     friend bool operator==(const DriveDetails&, const DriveDetails&) = default;

@@ -31,12 +31,12 @@ class AtaSmartDrives::PlugIn final : public IOCFPlugInInterface, public IOATASMA
     // Nothing is ever switched: the drive would keep it for good, also for other programs. A drive whose
     // SMART is off answers as one that refuses.
     kern_return_t SMARTEnableDisableOperations(bool enable) override {
-        return resultOf(!enable || reading_.isSwitchedOn || reading_.isAsleep);
+        return resultOf(!enable || reading_.isSwitchedOn);
     }
     kern_return_t SMARTEnableDisableAutosave(bool /*enable*/) override { return io_return::success; }
     kern_return_t SMARTReturnStatus(bool& exceededCondition) override {
         exceededCondition = false;
-        return resultOf(reading_.hasStatus || reading_.isAsleep);
+        return resultOf(reading_.hasStatus);
     }
     kern_return_t SMARTReadData(AtaBlock& data) override {
         if (reading_.hasData) data = reading_.smart;
@@ -143,7 +143,8 @@ kern_return_t AtaSmartDrives::IOCreatePlugInInterfaceForService(io_service_t ser
         return io_return::unsupported;
     if (service == 0 || service > drives_.size()) return io_return::badArgument;
     const DriveReading& reading = drives_[service - 1].detail.reading;
-    if (!reading.hasIdentify) return io_return::noDevice;
+    // A drive that nobody may ask is none here: as one that refuses SMART it would be listed at 0 °C.
+    if (!reading.hasIdentify || reading.source == DriveSource::none) return io_return::noDevice;
     plugIns_.push_back(std::make_unique<PlugIn>(reading));
     plugIn = plugIns_.back().get();
     return io_return::success;

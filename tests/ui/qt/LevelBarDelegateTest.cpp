@@ -93,7 +93,7 @@ TEST_F(LevelBarDelegateTest, FillsTheBarUpToTheValueInTheColourOfItsZone) {
 }
 
 TEST_F(LevelBarDelegateTest, HatchesTheCriticalZoneAlone) {
-    const auto plain = [this](const QImage& image, int length) {
+    const auto plain = [](const QImage& image, int length) {
         for (int x = left; x < left + length; ++x)
             for (int y = 12; y < 20; ++y)
                 if (image.pixelColor(x, y) != image.pixelColor(left, barLine)) return false;
