@@ -83,6 +83,8 @@ function(calorivo_qt target)
     foreach(folder IN LISTS folders)
         file(GLOB headers CONFIGURE_DEPENDS ${folder}/*.h)
         target_sources(${target} PRIVATE ${headers})
+        # Without this a header that is new in an old build is not seen.
+        set_property(TARGET ${target} APPEND PROPERTY AUTOGEN_TARGET_DEPENDS ${headers})
     endforeach()
 endfunction()
 

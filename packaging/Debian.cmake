@@ -29,6 +29,8 @@ endforeach()
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME calorivo)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+# Each package has a summary of its own, the first line of its description.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_PACKAGE_CONTACT "The Calorivo developers <developers@calorivo.example.org>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -46,25 +48,24 @@ set(CPACK_DEBIAN_TERMINAL_PACKAGE_NAME calorivo-cli)
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_SUGGESTS "calorivo, pci.ids")
 set(CPACK_COMPONENT_TERMINAL_DESCRIPTION
     "temperatures and fans of the computer, in a terminal
- Shows every temperature sensor under a name that people understand, with its
- minimum and maximum, and the speed of every fan: once, continuously or as
- JSON. It knows Intel Macs through their controller and every other PC through
- the sensors of the kernel. The hardware is only read.")
+Shows every temperature sensor under a name that people understand, with its
+minimum and maximum, and the speed of every fan: once, continuously or as
+JSON. It knows Intel Macs through their controller and every other PC through
+the sensors of the kernel. The hardware is only read.")
 
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME calorivo)
-# Its data comes with the terminal program. The plug-ins for screens and the drawings are loaded when it runs, so that
-# no library tells of them.
+# Its data comes with the terminal program. The plug-ins for screens are loaded when it runs: no library tells of them.
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS
-    "calorivo-cli (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), libqt6svg6, qt6-qpa-plugins")
+    "calorivo-cli (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), qt6-qpa-plugins")
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS "xdg-utils, qt6-translations-l10n")
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_SUGGESTS "udisks2, pci.ids")
 set(CPACK_COMPONENT_DESKTOP_DESCRIPTION
     "watch the temperatures, fans and drives of the computer
- Shows every temperature sensor under a name that people understand, with its
- present and highest value, and the speed of every fan. Readings stand beside
- the clock, notifications tell when a temperature passes a limit, and every
- reading can be logged as a table. It knows Intel Macs through their
- controller and every other PC through the sensors of the kernel. The hardware
- is only read.")
+Shows every temperature sensor under a name that people understand, with its
+present and highest value, and the speed of every fan. Readings stand beside
+the clock, notifications tell when a temperature passes a limit, and every
+reading can be logged as a table. It knows Intel Macs through their
+controller and every other PC through the sensors of the kernel. The hardware
+is only read.")
 
 include(CPack)

@@ -73,6 +73,17 @@
     </message>
 </context>
 <context>
+    <name>DesktopProgram</name>
+    <message>
+        <source>Some of your preferences could not be read.</source>
+        <translation>Einige Ihrer Einstellungen konnten nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>No notification service answers on this desktop.</source>
+        <translation>Auf diesem Desktop antwortet kein Benachrichtigungsdienst.</translation>
+    </message>
+</context>
+<context>
     <name>Menus</name>
     <message>
         <source>&amp;File</source>
@@ -89,152 +100,6 @@
     <message>
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
-    </message>
-</context>
-<context>
-    <name>QWidget</name>
-    <message>
-        <source>Details</source>
-        <translation>Einzelheiten</translation>
-    </message>
-</context>
-<context>
-    <name>calorivo</name>
-    <message>
-        <source>Simulated Mac</source>
-        <translation>Simulierter Mac</translation>
-    </message>
-    <message>
-        <source>Keys file</source>
-        <translation>Schlüsseldatei</translation>
-    </message>
-    <message>
-        <source>Bytes</source>
-        <translation>Bytes</translation>
-    </message>
-    <message>
-        <source>No data</source>
-        <translation>Keine Daten</translation>
-    </message>
-    <message>
-        <source>Type</source>
-        <translation>Typ</translation>
-    </message>
-    <message>
-        <source>Decoded</source>
-        <translation>Dekodiert</translation>
-    </message>
-    <message>
-        <source>Reading</source>
-        <translation>Messwert</translation>
-    </message>
-    <message>
-        <source>%1, shown as %2</source>
-        <translation>%1, angezeigt als %2</translation>
-    </message>
-    <message>
-        <source>%1, which no sensor means: shown as N/A</source>
-        <translation>%1, was kein Sensor meint: angezeigt als N/A</translation>
-    </message>
-    <message>
-        <source>Key</source>
-        <translation>Schlüssel</translation>
-    </message>
-    <message>
-        <source>Source</source>
-        <translation>Quelle</translation>
-    </message>
-    <message>
-        <source>Device</source>
-        <translation>Gerät</translation>
-    </message>
-    <message>
-        <source>File</source>
-        <translation>Datei</translation>
-    </message>
-    <message>
-        <source>Content</source>
-        <translation>Inhalt</translation>
-    </message>
-    <message>
-        <source>Note</source>
-        <translation>Hinweis</translation>
-    </message>
-    <message>
-        <source>Named by</source>
-        <translation>Benannt durch</translation>
-    </message>
-    <message>
-        <source>Put into its area by</source>
-        <translation>Dem Bereich zugeordnet durch</translation>
-    </message>
-    <message>
-        <source>Area</source>
-        <translation>Bereich</translation>
-    </message>
-    <message>
-        <source>Not shown</source>
-        <translation>Nicht angezeigt</translation>
-    </message>
-    <message>
-        <source>Serial number</source>
-        <translation>Seriennummer</translation>
-    </message>
-    <message>
-        <source>The drive itself, which measures its temperature (SMART)</source>
-        <translation>Das Laufwerk selbst, das seine Temperatur misst (SMART)</translation>
-    </message>
-    <message>
-        <source>A keys file is a dump of the controller&apos;s keys, one on each line. Lines count whose key begins with T, whose type is [sp78], and whose bytes give a temperature.</source>
-        <translation>Eine Schlüsseldatei enthält die Schlüssel des Controllers, einen je Zeile. Es zählen die Zeilen, deren Schlüssel mit T beginnt, deren Typ [sp78] ist und deren Bytes eine Temperatur ergeben.</translation>
-    </message>
-    <message>
-        <source>The simulated Mac normally has dozens of sensors. Start the program again, or look at the options with: calorivo --help</source>
-        <translation>Der simulierte Mac hat sonst Dutzende von Sensoren. Starten Sie das Programm neu, oder sehen Sie die Optionen an mit: calorivo --help</translation>
-    </message>
-    <message>
-        <source>The controller answered, but none of its keys gives a temperature now. It may be busy: start the program again. If it stays so, load the module anew: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</source>
-        <translation>Der Controller hat geantwortet, aber keiner seiner Schlüssel ergibt zurzeit eine Temperatur. Vielleicht ist er beschäftigt: Starten Sie das Programm neu. Bleibt es dabei, laden Sie das Modul neu: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</translation>
-    </message>
-    <message>
-        <source>Linux shows a sensor once the module for its chip is loaded.
-
-• Processors: sudo modprobe coretemp (Intel) or sudo modprobe k10temp (AMD)
-• Intel Macs: sudo modprobe applesmc
-• Other chips: install lm-sensors, run sudo sensors-detect and load the modules that it names
-
-Then start the program again. A virtual machine mostly has no sensors; to look around all the same, start: calorivo --simulate</source>
-        <translation>Linux zeigt einen Sensor, sobald das Modul für seinen Chip geladen ist.
-
-• Prozessoren: sudo modprobe coretemp (Intel) oder sudo modprobe k10temp (AMD)
-• Intel-Macs: sudo modprobe applesmc
-• Andere Chips: lm-sensors installieren, sudo sensors-detect ausführen und die dort genannten Module laden
-
-Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sensoren; um sich trotzdem umzusehen, starten Sie: calorivo --simulate</translation>
-    </message>
-    <message>
-        <source>No temperature sensors were found</source>
-        <translation>Es wurden keine Temperatursensoren gefunden</translation>
-    </message>
-    <message>
-        <source>The keys file holds no temperatures</source>
-        <translation>Die Schlüsseldatei enthält keine Temperaturen</translation>
-    </message>
-    <message>
-        <source>The keys file “%1” holds no temperatures</source>
-        <translation>Die Schlüsseldatei „%1“ enthält keine Temperaturen</translation>
-    </message>
-    <message>
-        <source>No sensors in “%1”</source>
-        <translation>Keine Sensoren in „%1“</translation>
-    </message>
-    <message>
-        <source>Choose another area at the left.</source>
-        <translation>Wählen Sie links einen anderen Bereich.</translation>
-    </message>
-    <message>
-        <source>No sensor in “%1” matches “%2”</source>
-        <translation>Kein Sensor in „%1“ passt zu „%2“</translation>
     </message>
 </context>
 <context>
@@ -430,10 +295,168 @@ Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sen
     </message>
 </context>
 <context>
+    <name>calorivo::DBusNotifications</name>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Notifications work</source>
+        <translation>Benachrichtigungen funktionieren</translation>
+    </message>
+    <message>
+        <source>A temperature above its limit is told like this.</source>
+        <translation>So wird eine Temperatur über ihrer Grenze gemeldet.</translation>
+    </message>
+</context>
+<context>
+    <name>calorivo::DetailsPanel</name>
+    <message>
+        <source>Simulated Mac</source>
+        <translation>Simulierter Mac</translation>
+    </message>
+    <message>
+        <source>Keys file</source>
+        <translation>Schlüsseldatei</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>No data</source>
+        <translation>Keine Daten</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Decoded</source>
+        <translation>Dekodiert</translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation>Messwert</translation>
+    </message>
+    <message>
+        <source>%1, shown as %2</source>
+        <translation>%1, angezeigt als %2</translation>
+    </message>
+    <message>
+        <source>%1, which no sensor means: shown as N/A</source>
+        <translation>%1, was kein Sensor meint: angezeigt als N/A</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Schlüssel</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Quelle</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Gerät</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>Inhalt</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Named by</source>
+        <translation>Benannt durch</translation>
+    </message>
+    <message>
+        <source>Put into its area by</source>
+        <translation>Dem Bereich zugeordnet durch</translation>
+    </message>
+    <message>
+        <source>Area</source>
+        <translation>Bereich</translation>
+    </message>
+    <message>
+        <source>Not shown</source>
+        <translation>Nicht angezeigt</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Seriennummer</translation>
+    </message>
+    <message>
+        <source>The drive itself, which measures its temperature (SMART)</source>
+        <translation>Das Laufwerk selbst, das seine Temperatur misst (SMART)</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Einzelheiten</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::EmptyState</name>
     <message>
         <source>Clear Filter</source>
         <translation>Filter löschen</translation>
+    </message>
+    <message>
+        <source>A keys file is a dump of the controller&apos;s keys, one on each line. Lines count whose key begins with T, whose type is [sp78], and whose bytes give a temperature.</source>
+        <translation>Eine Schlüsseldatei enthält die Schlüssel des Controllers, einen je Zeile. Es zählen die Zeilen, deren Schlüssel mit T beginnt, deren Typ [sp78] ist und deren Bytes eine Temperatur ergeben.</translation>
+    </message>
+    <message>
+        <source>The simulated Mac normally has dozens of sensors. Start the program again, or look at the options with: calorivo --help</source>
+        <translation>Der simulierte Mac hat sonst Dutzende von Sensoren. Starten Sie das Programm neu, oder sehen Sie die Optionen an mit: calorivo --help</translation>
+    </message>
+    <message>
+        <source>The controller answered, but none of its keys gives a temperature now. It may be busy: start the program again. If it stays so, load the module anew: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</source>
+        <translation>Der Controller hat geantwortet, aber keiner seiner Schlüssel ergibt zurzeit eine Temperatur. Vielleicht ist er beschäftigt: Starten Sie das Programm neu. Bleibt es dabei, laden Sie das Modul neu: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</translation>
+    </message>
+    <message>
+        <source>Linux shows a sensor once the module for its chip is loaded.
+
+• Processors: sudo modprobe coretemp (Intel) or sudo modprobe k10temp (AMD)
+• Intel Macs: sudo modprobe applesmc
+• Other chips: install lm-sensors, run sudo sensors-detect and load the modules that it names
+
+Then start the program again. A virtual machine mostly has no sensors; to look around all the same, start: calorivo --simulate</source>
+        <translation>Linux zeigt einen Sensor, sobald das Modul für seinen Chip geladen ist.
+
+• Prozessoren: sudo modprobe coretemp (Intel) oder sudo modprobe k10temp (AMD)
+• Intel-Macs: sudo modprobe applesmc
+• Andere Chips: lm-sensors installieren, sudo sensors-detect ausführen und die dort genannten Module laden
+
+Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sensoren; um sich trotzdem umzusehen, starten Sie: calorivo --simulate</translation>
+    </message>
+    <message>
+        <source>No temperature sensors were found</source>
+        <translation>Es wurden keine Temperatursensoren gefunden</translation>
+    </message>
+    <message>
+        <source>The keys file holds no temperatures</source>
+        <translation>Die Schlüsseldatei enthält keine Temperaturen</translation>
+    </message>
+    <message>
+        <source>The keys file “%1” holds no temperatures</source>
+        <translation>Die Schlüsseldatei „%1“ enthält keine Temperaturen</translation>
+    </message>
+    <message>
+        <source>No sensors in “%1”</source>
+        <translation>Keine Sensoren in „%1“</translation>
+    </message>
+    <message>
+        <source>Choose another area at the left.</source>
+        <translation>Wählen Sie links einen anderen Bereich.</translation>
+    </message>
+    <message>
+        <source>No sensor in “%1” matches “%2”</source>
+        <translation>Kein Sensor in „%1“ passt zu „%2“</translation>
     </message>
 </context>
 <context>
@@ -645,6 +668,22 @@ Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sen
         <extracomment>The time of day, as QDateTime::toString takes it.</extracomment>
         <translation>HH:mm:ss</translation>
     </message>
+    <message>
+        <source>Apple SMC</source>
+        <translation>Apple-SMC</translation>
+    </message>
+    <message>
+        <source>Simulated Mac</source>
+        <translation>Simulierter Mac</translation>
+    </message>
+    <message>
+        <source>Keys file %1</source>
+        <translation>Schlüsseldatei %1</translation>
+    </message>
+    <message>
+        <source>No sensors</source>
+        <translation>Keine Sensoren</translation>
+    </message>
 </context>
 <context>
     <name>calorivo::MainWindowSummary</name>
@@ -742,10 +781,6 @@ Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sen
         <source>The icon</source>
         <translation>Das Symbol</translation>
     </message>
-    <message>
-        <source>Nothing</source>
-        <translation>Nichts</translation>
-    </message>
 </context>
 <context>
     <name>calorivo::PreferencesWindow</name>
@@ -770,12 +805,12 @@ Starten Sie danach das Programm neu. Eine virtuelle Maschine hat meist keine Sen
         <translation>Allgemein</translation>
     </message>
     <message>
-        <source>Calorivo Preferences</source>
-        <translation>Calorivo-Einstellungen</translation>
-    </message>
-    <message>
         <source>Panes</source>
         <translation>Bereiche der Einstellungen</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
     </message>
 </context>
 <context>

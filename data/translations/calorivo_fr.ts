@@ -73,6 +73,17 @@
     </message>
 </context>
 <context>
+    <name>DesktopProgram</name>
+    <message>
+        <source>Some of your preferences could not be read.</source>
+        <translation>Certaines de vos préférences n’ont pas pu être lues.</translation>
+    </message>
+    <message>
+        <source>No notification service answers on this desktop.</source>
+        <translation>Aucun service de notification ne répond sur ce bureau.</translation>
+    </message>
+</context>
+<context>
     <name>Menus</name>
     <message>
         <source>&amp;File</source>
@@ -89,152 +100,6 @@
     <message>
         <source>&amp;Help</source>
         <translation>Aid&amp;e</translation>
-    </message>
-</context>
-<context>
-    <name>QWidget</name>
-    <message>
-        <source>Details</source>
-        <translation>Détails</translation>
-    </message>
-</context>
-<context>
-    <name>calorivo</name>
-    <message>
-        <source>Simulated Mac</source>
-        <translation>Mac simulé</translation>
-    </message>
-    <message>
-        <source>Keys file</source>
-        <translation>Fichier de clés</translation>
-    </message>
-    <message>
-        <source>Bytes</source>
-        <translation>Octets</translation>
-    </message>
-    <message>
-        <source>No data</source>
-        <translation>Aucune donnée</translation>
-    </message>
-    <message>
-        <source>Type</source>
-        <translation>Type</translation>
-    </message>
-    <message>
-        <source>Decoded</source>
-        <translation>Décodé</translation>
-    </message>
-    <message>
-        <source>Reading</source>
-        <translation>Mesure</translation>
-    </message>
-    <message>
-        <source>%1, shown as %2</source>
-        <translation>%1, affiché comme %2</translation>
-    </message>
-    <message>
-        <source>%1, which no sensor means: shown as N/A</source>
-        <translation>%1, ce qu’aucun capteur ne veut dire : affiché comme N/A</translation>
-    </message>
-    <message>
-        <source>Key</source>
-        <translation>Clé</translation>
-    </message>
-    <message>
-        <source>Source</source>
-        <translation>Source</translation>
-    </message>
-    <message>
-        <source>Device</source>
-        <translation>Périphérique</translation>
-    </message>
-    <message>
-        <source>File</source>
-        <translation>Fichier</translation>
-    </message>
-    <message>
-        <source>Content</source>
-        <translation>Contenu</translation>
-    </message>
-    <message>
-        <source>Note</source>
-        <translation>Remarque</translation>
-    </message>
-    <message>
-        <source>Named by</source>
-        <translation>Nommé par</translation>
-    </message>
-    <message>
-        <source>Put into its area by</source>
-        <translation>Rangé dans sa zone par</translation>
-    </message>
-    <message>
-        <source>Area</source>
-        <translation>Zone</translation>
-    </message>
-    <message>
-        <source>Not shown</source>
-        <translation>Non affiché</translation>
-    </message>
-    <message>
-        <source>Serial number</source>
-        <translation>Numéro de série</translation>
-    </message>
-    <message>
-        <source>The drive itself, which measures its temperature (SMART)</source>
-        <translation>Le disque lui-même, qui mesure sa température (SMART)</translation>
-    </message>
-    <message>
-        <source>A keys file is a dump of the controller&apos;s keys, one on each line. Lines count whose key begins with T, whose type is [sp78], and whose bytes give a temperature.</source>
-        <translation>Un fichier de clés contient les clés du contrôleur, une par ligne. Comptent les lignes dont la clé commence par T, dont le type est [sp78] et dont les octets donnent une température.</translation>
-    </message>
-    <message>
-        <source>The simulated Mac normally has dozens of sensors. Start the program again, or look at the options with: calorivo --help</source>
-        <translation>Le Mac simulé a normalement des dizaines de capteurs. Relancez le programme, ou consultez les options avec : calorivo --help</translation>
-    </message>
-    <message>
-        <source>The controller answered, but none of its keys gives a temperature now. It may be busy: start the program again. If it stays so, load the module anew: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</source>
-        <translation>Le contrôleur a répondu, mais aucune de ses clés ne donne de température pour l’instant. Il est peut-être occupé : relancez le programme. Si cela persiste, rechargez le module : sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</translation>
-    </message>
-    <message>
-        <source>Linux shows a sensor once the module for its chip is loaded.
-
-• Processors: sudo modprobe coretemp (Intel) or sudo modprobe k10temp (AMD)
-• Intel Macs: sudo modprobe applesmc
-• Other chips: install lm-sensors, run sudo sensors-detect and load the modules that it names
-
-Then start the program again. A virtual machine mostly has no sensors; to look around all the same, start: calorivo --simulate</source>
-        <translation>Linux affiche un capteur dès que le module de sa puce est chargé.
-
-• Processeurs : sudo modprobe coretemp (Intel) ou sudo modprobe k10temp (AMD)
-• Mac Intel : sudo modprobe applesmc
-• Autres puces : installez lm-sensors, exécutez sudo sensors-detect et chargez les modules qu’il indique
-
-Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de capteurs ; pour découvrir le programme malgré tout, lancez : calorivo --simulate</translation>
-    </message>
-    <message>
-        <source>No temperature sensors were found</source>
-        <translation>Aucun capteur de température n’a été trouvé</translation>
-    </message>
-    <message>
-        <source>The keys file holds no temperatures</source>
-        <translation>Le fichier de clés ne contient aucune température</translation>
-    </message>
-    <message>
-        <source>The keys file “%1” holds no temperatures</source>
-        <translation>Le fichier de clés « %1 » ne contient aucune température</translation>
-    </message>
-    <message>
-        <source>No sensors in “%1”</source>
-        <translation>Aucun capteur dans « %1 »</translation>
-    </message>
-    <message>
-        <source>Choose another area at the left.</source>
-        <translation>Choisissez une autre zone à gauche.</translation>
-    </message>
-    <message>
-        <source>No sensor in “%1” matches “%2”</source>
-        <translation>Aucun capteur de « %1 » ne correspond à « %2 »</translation>
     </message>
 </context>
 <context>
@@ -368,11 +233,11 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     <name>calorivo::AlertsPane</name>
     <message>
         <source>Limit for a &amp;single sensor:</source>
-        <translation>Limite pour &amp;un seul capteur :</translation>
+        <translation>Limite pour &amp;un seul capteur&#xa0;:</translation>
     </message>
     <message>
         <source>Limit for the &amp;average:</source>
-        <translation>Limite pour la &amp;moyenne :</translation>
+        <translation>Limite pour la &amp;moyenne&#xa0;:</translation>
     </message>
     <message>
         <source>&amp;Notify me of temperatures above their limits</source>
@@ -396,7 +261,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Not available: this program cannot send notifications here.</source>
-        <translation>Indisponible : ce programme ne peut pas envoyer de notifications ici.</translation>
+        <translation>Indisponible&#xa0;: ce programme ne peut pas envoyer de notifications ici.</translation>
     </message>
     <message>
         <source>Notifications are shown by the desktop.</source>
@@ -430,10 +295,168 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
 </context>
 <context>
+    <name>calorivo::DBusNotifications</name>
+    <message>
+        <source>Open</source>
+        <translation>Ouvrir</translation>
+    </message>
+    <message>
+        <source>Notifications work</source>
+        <translation>Les notifications fonctionnent</translation>
+    </message>
+    <message>
+        <source>A temperature above its limit is told like this.</source>
+        <translation>Une température au-dessus de sa limite est annoncée ainsi.</translation>
+    </message>
+</context>
+<context>
+    <name>calorivo::DetailsPanel</name>
+    <message>
+        <source>Simulated Mac</source>
+        <translation>Mac simulé</translation>
+    </message>
+    <message>
+        <source>Keys file</source>
+        <translation>Fichier de clés</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Octets</translation>
+    </message>
+    <message>
+        <source>No data</source>
+        <translation>Aucune donnée</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Type</translation>
+    </message>
+    <message>
+        <source>Decoded</source>
+        <translation>Décodé</translation>
+    </message>
+    <message>
+        <source>Reading</source>
+        <translation>Mesure</translation>
+    </message>
+    <message>
+        <source>%1, shown as %2</source>
+        <translation>%1, affiché comme %2</translation>
+    </message>
+    <message>
+        <source>%1, which no sensor means: shown as N/A</source>
+        <translation>%1, ce qu’aucun capteur ne veut dire&#xa0;: affiché comme N/A</translation>
+    </message>
+    <message>
+        <source>Key</source>
+        <translation>Clé</translation>
+    </message>
+    <message>
+        <source>Source</source>
+        <translation>Source</translation>
+    </message>
+    <message>
+        <source>Device</source>
+        <translation>Périphérique</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Fichier</translation>
+    </message>
+    <message>
+        <source>Content</source>
+        <translation>Contenu</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Remarque</translation>
+    </message>
+    <message>
+        <source>Named by</source>
+        <translation>Nommé par</translation>
+    </message>
+    <message>
+        <source>Put into its area by</source>
+        <translation>Rangé dans sa zone par</translation>
+    </message>
+    <message>
+        <source>Area</source>
+        <translation>Zone</translation>
+    </message>
+    <message>
+        <source>Not shown</source>
+        <translation>Non affiché</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Numéro de série</translation>
+    </message>
+    <message>
+        <source>The drive itself, which measures its temperature (SMART)</source>
+        <translation>Le disque lui-même, qui mesure sa température (SMART)</translation>
+    </message>
+    <message>
+        <source>Details</source>
+        <translation>Détails</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::EmptyState</name>
     <message>
         <source>Clear Filter</source>
         <translation>Effacer le filtre</translation>
+    </message>
+    <message>
+        <source>A keys file is a dump of the controller&apos;s keys, one on each line. Lines count whose key begins with T, whose type is [sp78], and whose bytes give a temperature.</source>
+        <translation>Un fichier de clés contient les clés du contrôleur, une par ligne. Comptent les lignes dont la clé commence par T, dont le type est [sp78] et dont les octets donnent une température.</translation>
+    </message>
+    <message>
+        <source>The simulated Mac normally has dozens of sensors. Start the program again, or look at the options with: calorivo --help</source>
+        <translation>Le Mac simulé a normalement des dizaines de capteurs. Relancez le programme, ou consultez les options avec&#xa0;: calorivo --help</translation>
+    </message>
+    <message>
+        <source>The controller answered, but none of its keys gives a temperature now. It may be busy: start the program again. If it stays so, load the module anew: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</source>
+        <translation>Le contrôleur a répondu, mais aucune de ses clés ne donne de température pour l’instant. Il est peut-être occupé&#xa0;: relancez le programme. Si cela persiste, rechargez le module&#xa0;: sudo modprobe -r applesmc &amp;&amp; sudo modprobe applesmc</translation>
+    </message>
+    <message>
+        <source>Linux shows a sensor once the module for its chip is loaded.
+
+• Processors: sudo modprobe coretemp (Intel) or sudo modprobe k10temp (AMD)
+• Intel Macs: sudo modprobe applesmc
+• Other chips: install lm-sensors, run sudo sensors-detect and load the modules that it names
+
+Then start the program again. A virtual machine mostly has no sensors; to look around all the same, start: calorivo --simulate</source>
+        <translation>Linux affiche un capteur dès que le module de sa puce est chargé.
+
+• Processeurs&#xa0;: sudo modprobe coretemp (Intel) ou sudo modprobe k10temp (AMD)
+• Mac Intel&#xa0;: sudo modprobe applesmc
+• Autres puces&#xa0;: installez lm-sensors, exécutez sudo sensors-detect et chargez les modules qu’il indique
+
+Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de capteurs&#x202f;; pour découvrir le programme malgré tout, lancez&#xa0;: calorivo --simulate</translation>
+    </message>
+    <message>
+        <source>No temperature sensors were found</source>
+        <translation>Aucun capteur de température n’a été trouvé</translation>
+    </message>
+    <message>
+        <source>The keys file holds no temperatures</source>
+        <translation>Le fichier de clés ne contient aucune température</translation>
+    </message>
+    <message>
+        <source>The keys file “%1” holds no temperatures</source>
+        <translation>Le fichier de clés «&#xa0;%1&#xa0;» ne contient aucune température</translation>
+    </message>
+    <message>
+        <source>No sensors in “%1”</source>
+        <translation>Aucun capteur dans «&#xa0;%1&#xa0;»</translation>
+    </message>
+    <message>
+        <source>Choose another area at the left.</source>
+        <translation>Choisissez une autre zone à gauche.</translation>
+    </message>
+    <message>
+        <source>No sensor in “%1” matches “%2”</source>
+        <translation>Aucun capteur de «&#xa0;%1&#xa0;» ne correspond à «&#xa0;%2&#xa0;»</translation>
     </message>
 </context>
 <context>
@@ -490,7 +513,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Calorivo runs:</source>
-        <translation>Calorivo s’exécute :</translation>
+        <translation>Calorivo s’exécute&#xa0;:</translation>
     </message>
     <message>
         <source>A change takes effect when Calorivo is started the next time. In the menu bar only, it also starts when you log in.</source>
@@ -510,7 +533,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>&amp;Colors:</source>
-        <translation>&amp;Couleurs :</translation>
+        <translation>&amp;Couleurs&#xa0;:</translation>
     </message>
 </context>
 <context>
@@ -525,7 +548,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>The log holds:</source>
-        <translation>Le journal contient :</translation>
+        <translation>Le journal contient&#xa0;:</translation>
     </message>
     <message>
         <source>Log temperatures</source>
@@ -561,7 +584,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>&amp;Log file:</source>
-        <translation>&amp;Fichier journal :</translation>
+        <translation>&amp;Fichier journal&#xa0;:</translation>
     </message>
     <message>
         <source>&amp;Open</source>
@@ -581,7 +604,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Not available: this program cannot open files here.</source>
-        <translation>Indisponible : ce programme ne peut pas ouvrir de fichiers ici.</translation>
+        <translation>Indisponible&#xa0;: ce programme ne peut pas ouvrir de fichiers ici.</translation>
     </message>
     <message>
         <source>There is no log file, since there is no folder for documents.</source>
@@ -638,12 +661,28 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     <name>calorivo::MainWindowStatus</name>
     <message>
         <source>Last check: %1</source>
-        <translation>Dernier relevé : %1</translation>
+        <translation>Dernier relevé&#xa0;: %1</translation>
     </message>
     <message>
         <source>HH:mm:ss</source>
         <extracomment>The time of day, as QDateTime::toString takes it.</extracomment>
         <translation>HH:mm:ss</translation>
+    </message>
+    <message>
+        <source>Apple SMC</source>
+        <translation>SMC d’Apple</translation>
+    </message>
+    <message>
+        <source>Simulated Mac</source>
+        <translation>Mac simulé</translation>
+    </message>
+    <message>
+        <source>Keys file %1</source>
+        <translation>Fichier de clés %1</translation>
+    </message>
+    <message>
+        <source>No sensors</source>
+        <translation>Aucun capteur</translation>
     </message>
 </context>
 <context>
@@ -654,18 +693,18 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Average of all fans: %1</source>
-        <translation>Moyenne de tous les ventilateurs : %1</translation>
+        <translation>Moyenne de tous les ventilateurs&#xa0;: %1</translation>
     </message>
 </context>
 <context>
     <name>calorivo::MenuBarPane</name>
     <message>
         <source>Shown now:</source>
-        <translation>Affiché à présent :</translation>
+        <translation>Affiché à présent&#xa0;:</translation>
     </message>
     <message>
         <source>&amp;First temperature:</source>
-        <translation>&amp;Première température :</translation>
+        <translation>&amp;Première température&#xa0;:</translation>
     </message>
     <message>
         <source>Sensor of the first temperature</source>
@@ -677,7 +716,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>&amp;Second temperature:</source>
-        <translation>&amp;Deuxième température :</translation>
+        <translation>&amp;Deuxième température&#xa0;:</translation>
     </message>
     <message>
         <source>Sensor of the second temperature</source>
@@ -685,7 +724,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Fan s&amp;peed:</source>
-        <translation>&amp;Vitesse du ventilateur :</translation>
+        <translation>&amp;Vitesse du ventilateur&#xa0;:</translation>
     </message>
     <message>
         <source>Fan</source>
@@ -713,7 +752,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Show the &amp;readings:</source>
-        <translation>Afficher les &amp;mesures :</translation>
+        <translation>Afficher les &amp;mesures&#xa0;:</translation>
     </message>
     <message>
         <source>Many panels show no text beside an icon. There the digits of the first reading can take the icon&apos;s place.</source>
@@ -742,10 +781,6 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
         <source>The icon</source>
         <translation>L’icône</translation>
     </message>
-    <message>
-        <source>Nothing</source>
-        <translation>Rien</translation>
-    </message>
 </context>
 <context>
     <name>calorivo::PreferencesWindow</name>
@@ -770,12 +805,12 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
         <translation>Général</translation>
     </message>
     <message>
-        <source>Calorivo Preferences</source>
-        <translation>Préférences de Calorivo</translation>
-    </message>
-    <message>
         <source>Panes</source>
         <translation>Volets</translation>
+    </message>
+    <message>
+        <source>Preferences</source>
+        <translation>Préférences</translation>
     </message>
 </context>
 <context>
@@ -790,7 +825,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Why This Value?</source>
-        <translation>Pourquoi cette valeur ?</translation>
+        <translation>Pourquoi cette valeur&#xa0;?</translation>
     </message>
 </context>
 <context>
@@ -824,7 +859,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Show temperatures in:</source>
-        <translation>Afficher les températures en :</translation>
+        <translation>Afficher les températures en&#xa0;:</translation>
     </message>
     <message>
         <source>Seconds between two checks</source>
@@ -837,7 +872,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Check &amp;every:</source>
-        <translation>&amp;Relever toutes les :</translation>
+        <translation>&amp;Relever toutes les&#xa0;:</translation>
     </message>
     <message>
         <source>A short interval follows quick changes. A long one leaves the processor asleep for longer and saves power.</source>
@@ -857,7 +892,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Recorded maximums:</source>
-        <translation>Maximums relevés :</translation>
+        <translation>Maximums relevés&#xa0;:</translation>
     </message>
     <message>
         <source>The mark on each bar of the main window, at the highest temperature seen, begins anew.</source>
@@ -869,7 +904,7 @@ Relancez ensuite le programme. Une machine virtuelle n’a généralement pas de
     </message>
     <message>
         <source>Not available: no drive of this computer tells its temperature.</source>
-        <translation>Indisponible : aucun disque de cet ordinateur n’indique sa température.</translation>
+        <translation>Indisponible&#xa0;: aucun disque de cet ordinateur n’indique sa température.</translation>
     </message>
 </context>
 </TS>

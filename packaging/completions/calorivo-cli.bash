@@ -2,12 +2,12 @@
 
 _calorivo_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} word command=list
-    local commands='list watch keys fans row log why'
+    local commands='list watch keys fans drives row log why'
     local options='--keysfile --simulate --sys --custommodel --model-tables --all-chips --help --version'
     local IFS=$' \t\n'
     COMPREPLY=()
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        case $word in list|watch|keys|fans|row|log|why) command=$word; commands=; break ;; esac
+        case $word in list|watch|keys|fans|drives|row|log|why) command=$word; commands=; break ;; esac
     done
     # "--option=value" comes as three words.
     if [[ $current == = ]]; then current=; elif [[ $previous == = ]]; then previous=${COMP_WORDS[COMP_CWORD-2]}; fi
@@ -26,7 +26,7 @@ _calorivo_cli() {
         watch) options+=' --interval --cycles --quiet --fahrenheit' ;;
         row) options+=' --fans --fahrenheit' ;;
         log) options+=' --interval --cycles --fans --drives --print --fahrenheit' ;;
-        why) options+=' --fahrenheit --json' ;;
+        drives|why) options+=' --fahrenheit --json' ;;
     esac
     if [[ $current == -* ]]; then
         COMPREPLY=($(compgen -W "$options" -- "$current"))

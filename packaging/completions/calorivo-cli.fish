@@ -1,6 +1,6 @@
 # Completion of calorivo-cli for fish.
 
-set -l commands list watch keys fans row log why
+set -l commands list watch keys fans drives row log why
 set -l none "not __fish_seen_subcommand_from $commands"
 set -l area All CPU "'CPU Relative'" GPU Battery Enclosure "'Hard Drive'" LCD "'Logic Board'" Memory Northbridge \
     "'Optical Drive'" "'Palm Rest'" PCI "'Power Supply'" Thunderbolt Wireless
@@ -10,6 +10,7 @@ complete -c calorivo-cli -n $none -a list -d 'every temperature and fan by area'
 complete -c calorivo-cli -n $none -a watch -d 'the same, live, with minimum and maximum'
 complete -c calorivo-cli -n $none -a keys -d 'every key with its raw value'
 complete -c calorivo-cli -n $none -a fans -d 'every fan with its speeds and mode'
+complete -c calorivo-cli -n $none -a drives -d 'every drive with its temperature'
 complete -c calorivo-cli -n $none -a row -d 'one check as the log writes it'
 complete -c calorivo-cli -n $none -a log -d 'append rows to a file'
 complete -c calorivo-cli -n $none -a why -d 'where a reading comes from'
@@ -25,8 +26,8 @@ complete -c calorivo-cli -l version -d 'the version'
 
 set -l lists "$none; or __fish_seen_subcommand_from list"
 complete -c calorivo-cli -n $lists -l area -x -a "$area" -d 'only this area'
-complete -c calorivo-cli -n "$lists why" -l json -d 'one JSON object instead of text'
-complete -c calorivo-cli -n "$lists watch row log why" -l fahrenheit -d 'degrees Fahrenheit instead of Celsius'
+complete -c calorivo-cli -n "$lists drives why" -l json -d 'one JSON object instead of text'
+complete -c calorivo-cli -n "$lists watch drives row log why" -l fahrenheit -d 'degrees Fahrenheit instead of Celsius'
 complete -c calorivo-cli -n '__fish_seen_subcommand_from watch log' -l interval -x -d 'time between two checks'
 complete -c calorivo-cli -n '__fish_seen_subcommand_from watch log' -l cycles -x -d 'end after so many checks'
 complete -c calorivo-cli -n '__fish_seen_subcommand_from watch' -l quiet -d 'show nothing until the end'

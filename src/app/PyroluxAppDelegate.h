@@ -60,6 +60,7 @@ class PyroluxAppDelegate {
     [[nodiscard]] const Preferences& preferences() const { return preferences_; }
     [[nodiscard]] KeyValueCoding& keys() { return keys_; }
     [[nodiscard]] const MenuBarPopUps& popUps() const { return popUps_; }
+    [[nodiscard]] const LinkTargets& links() const { return configuration_.links; }
     // The parts.
     /// Only after awakeFromNib.
     [[nodiscard]] CheckCycle& checkCycle() { return *checkCycle_; }

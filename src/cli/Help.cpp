@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view introduction =
     "Usage: calorivo-cli [COMMAND] [OPTION]...\n"
-    "Shows the temperatures and fans of this machine.\n"
+    "Shows the temperatures, fans and drives of this machine.\n"
     "\n"
     "Commands:\n";
 constexpr std::string_view closing =
@@ -46,7 +46,7 @@ std::string helpText() {
     std::string text(introduction);
     for (const CommandRow& command : commandRows()) {
         std::string name = command.name;
-        if (command.command == Command::why) name += " KEY";
+        if (command.command == Command::why) name += " KEY|SERIAL";
         if (command.command == Command::log) name += " [FILE]";
         appendRow(text, name, command.help, 2);
         for (const OptionRow& row : command.options) appendOption(text, row, 4);

@@ -1,5 +1,6 @@
 #include "cli/ListJSON.h"
 
+#include "cli/DrivesJSON.h"
 #include "cli/JSONText.h"
 
 #include <array>
@@ -58,7 +59,8 @@ std::string listJSON(const Snapshot& snapshot, std::optional<std::int32_t> areaT
                     {{"all", averageObject(snapshot.allAverage)},
                      {"cpu", averageObject(snapshot.cpuAverage)},
                      {"rpm", {{"value", snapshot.averageRPM}, {"text", snapshot.averageRPMText}}}}},
-                   {"fans", std::move(fans)}});
+                   {"fans", std::move(fans)},
+                   {"drives", driveObjects(snapshot.drives)}});
 }
 
 }  // namespace calorivo

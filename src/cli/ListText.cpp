@@ -1,5 +1,6 @@
 #include "cli/ListText.h"
 
+#include "cli/DrivesText.h"
 #include "cli/Text.h"
 #include "platform/Format.h"
 
@@ -25,11 +26,27 @@ struct Group {
     std::vector<Line> lines;
 };
 
+/// The drives that the engine lists; one that sleeps says so.
+std::vector<Line> driveLines(const Snapshot& snapshot) {
+    std::vector<Line> lines;
+    for (const DriveRow& drive : snapshot.drives) {
+        const DriveDetails& details = drive.details;
+        if (!details.isListed) continue;
+        lines.push_back({cleanText(descriptionOf(details)),
+                         {},
+                         drive.text,
+                         levelOf(details.celsius.value_or(0)),
+                         details.isAsleep ? "asleep" : details.trouble});
+    }
+    return lines;
+}
+
 std::vector<Group> areaGroups(const Snapshot& snapshot, std::optional<std::int32_t> areaTag) {
     std::vector<Group> groups;
     for (const Area& area : areas) {
         if (areaTag && *areaTag != area.tag) continue;
         Group group{std::string(area.name), {}};
+        if (area.tag == hardDriveAreaTag) group.lines = driveLines(snapshot);
         for (const SensorReading& sensor : snapshot.sensors)
             if (sensor.area == &area)
                 group.lines.push_back({cleanText(sensor.name),
@@ -118,7 +135,7 @@ std::string listText(const Snapshot& snapshot, const ListLook& look) {
     const std::optional<std::int32_t> area = look.areaTag == allAreasTag ? std::nullopt : look.areaTag;
     std::vector<Group> groups = areaGroups(snapshot, area);
     if (!area) {
-        if (!groups.empty()) groups.push_back(averageGroup(snapshot));
+        if (!snapshot.sensors.empty()) groups.push_back(averageGroup(snapshot));
         if (!snapshot.fans.empty()) groups.push_back(fanGroup(snapshot));
     }
     if (groups.empty()) return {};

@@ -99,6 +99,10 @@ constexpr OptionRow watchRows[] = {
     {"--quiet", "", "show nothing until the end", storeFlag<&Options::isQuiet>},
     fahrenheitRow,
 };
+constexpr OptionRow driveRows[] = {
+    fahrenheitRow,
+    jsonRow,
+};
 constexpr OptionRow rowRows[] = {
     fansRow,
     fahrenheitRow,
@@ -120,6 +124,7 @@ constexpr CommandRow rows[] = {
     {Command::watch, "watch", "the same, live, with minimum and maximum", watchRows},
     {Command::keys, "keys", "every key with its raw value, as a keys file", {}},
     {Command::fans, "fans", "every fan with its speeds and mode", {}},
+    {Command::drives, "drives", "every drive with its temperature", driveRows},
     {Command::row, "row", "one check as the log writes it: header and row", rowRows},
     {Command::log, "log", "append rows to FILE, \"Calorivo Log.csv\" unless given", logRows},
     {Command::why, "why", "where a reading comes from, or why it is hidden", whyRows},

@@ -88,18 +88,22 @@ void addOption(CLI::App& app, const OptionRow& row, Options& options, std::strin
 std::string conflictIn(const Options& options) {
     const int sources = (options.keysFile ? 1 : 0) + (options.simulationSeed ? 1 : 0) + (options.sys ? 1 : 0);
     if (sources > 1) return "--keysfile, --simulate and --sys exclude one another";
-    if (options.command == Command::why && options.key.empty()) return "why needs a key, for example TC0P";
+    if (options.command == Command::why && options.serial.empty())
+        return "why needs a key, for example TC0P, or the serial number of a drive";
     if (options.command == Command::log && options.interval.count() == 0)
         return "--interval: log needs a pause between two rows";
     if (options.isPrinting && options.logFile) return "--print and a file exclude one another";
     return {};
 }
 
-/// The characters of a key; a short one is filled up with blanks, as the controller's own are.
+/// A key or a serial number. A short key is filled up with blanks, as the controller's own are.
 std::string storeKey(Options& options, const std::string& text) {
-    if (text.empty() || text.size() > 4) return "a key has four characters";
+    constexpr std::size_t keyLength = 4;
+    if (text.empty()) return "a key has four characters";
+    options.serial = text;
+    if (text.size() > keyLength) return {};
     options.key = text;
-    options.key.resize(4, ' ');
+    options.key.resize(keyLength, ' ');
     return {};
 }
 

@@ -9,7 +9,7 @@
 
 namespace calorivo {
 
-enum class Command { list, watch, keys, fans, row, log, why };
+enum class Command { list, watch, keys, fans, drives, row, log, why };
 
 /// What the user asked for. For `watch`, an interval of 0 means no pause at all; `log` has none of 0.
 struct Options : SourceOptions {
@@ -28,8 +28,10 @@ struct Options : SourceOptions {
     std::optional<std::string> logFile;
     /// log: to the standard output instead of a file.
     bool isPrinting = false;
-    /// why: four characters.
+    /// why: four characters; empty when what was asked for is too long to be a key.
     std::string key;
+    /// why: what was asked for as it was given, which may be the serial number of a drive.
+    std::string serial;
 
     friend bool operator==(const Options&, const Options&) = default;
 };

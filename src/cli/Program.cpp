@@ -1,5 +1,6 @@
 #include "cli/Program.h"
 
+#include "cli/DriveCommands.h"
 #include "cli/ExplanationText.h"
 #include "cli/InlineDispatch.h"
 #include "cli/ListJSON.h"
@@ -25,21 +26,19 @@ bool isTerminal(const Output& output) { return output.descriptor() >= 0 && isatt
 int runList(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
     Engine& engine = session.discover(dispatch.mainQueue(), {});
     engine.cycle.checkTimerFired();
-    const Snapshot snapshot = takeSnapshot(engine, session.provider());
+    Snapshot snapshot = takeSnapshot(engine, session.provider());
+    if (!options.areaTag || options.areaTag == allAreasTag || options.areaTag == hardDriveAreaTag)
+        snapshot.drives = readDrives(options, surroundings);
     const auto [out, errors] = surroundings.streams;
     if (options.isJSON) {
         out.write(listJSON(snapshot, options.areaTag));
         return exitAnswered;
     }
-    ListLook look;
+    ListLook look = lookOf(out);
     look.areaTag = options.areaTag;
-    if (isTerminal(out)) {
-        look.style = Style(isColourWanted(true, processEnvironment("NO_COLOR"), processEnvironment("TERM")));
-        look.columns = Terminal(-1, out.descriptor()).size().columns;
-    }
     const std::string text = listText(snapshot, look);
     out.write(text);
-    session.tellOfNoSensors();
+    if (snapshot.drives.empty()) session.tellOfNoSensors();
     if (text.empty() && !engine.lists.validSensorNames.isEmpty())
         complain(errors, "no sensors in this area on this machine");
     return exitAnswered;
@@ -68,11 +67,13 @@ int runRow(const Options& options, Surroundings& surroundings, Session& session,
 
 int runWhy(const Options& options, Surroundings& surroundings, Session& session, Dispatch& dispatch) {
     Engine& engine = session.discover(dispatch.mainQueue(), {});
-    const auto explanation =
-        explain(SensorKey(options.key), {engine.lists, engine.naming, engine.reader, session.provider()});
+    const ExplanationParts parts{engine.lists, engine.naming, engine.reader, session.provider()};
+    const auto explanation = options.key.empty() ? std::nullopt : explain(SensorKey(options.key), parts);
     const auto [out, errors] = surroundings.streams;
     if (!explanation) {
-        complain(errors, "the key \"" + options.key + "\" is not known here");
+        if (explainDrive(options, surroundings)) return exitAnswered;
+        complain(errors, options.key.empty() ? "no drive has the serial number \"" + options.serial + "\""
+                                             : "the key \"" + options.key + "\" is not known here");
         return exitNoAnswer;
     }
     out.write(options.isJSON ? explanationJSON(*explanation) : explanationText(*explanation));
@@ -133,6 +134,7 @@ int answer(const Options& options, Surroundings& surroundings, Session& session,
             return runKeys(surroundings);
         case Command::fans:
             return runFans(surroundings);
+        case Command::drives:  // it needs no controller
         case Command::watch:
         case Command::log:
             break;  // they have a loop of their own
@@ -152,6 +154,7 @@ int flushed(int code, const Streams& streams) {
 }  // namespace
 
 int runCommand(const Options& options, Surroundings& surroundings, Dispatch& dispatch) {
+    if (options.command == Command::drives) return runDrives(options, surroundings);
     Session session(options, surroundings, dispatch);
     if (!session.open()) return exitNoAnswer;
     const int code = answer(options, surroundings, session, dispatch);

@@ -22,6 +22,8 @@ struct Surroundings {
     /// Ends the process at once, with this exit code. A command that has given its answer calls it when it is
     /// there: the system takes all back in one go, closing each sensor's file takes a call for each.
     void (*leave)(int code) = nullptr;
+    /// The program that reads drives, for this one: this one.
+    std::string driveReader = "/proc/self/exe";
 };
 
 /// One run of the program: the source of values with the connection to it, and the engine on top. Main

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/Drives.h"
 #include "monitor/FanModel.h"
 #include "sensors/Areas.h"
 #include "sensors/SensorKey.h"
@@ -31,6 +32,13 @@ struct AverageReading {
     std::string text;
 };
 
+/// A drive, whether it has a temperature or not.
+struct DriveRow {
+    DriveDetails details;
+    /// The temperature in the user's unit, "N/A" without one.
+    std::string text;
+};
+
 /// Everything that one check found.
 struct Snapshot {
     std::optional<std::string> model;
@@ -43,6 +51,8 @@ struct Snapshot {
     std::vector<FanModel> fans;
     std::int32_t averageRPM = 0;
     std::string averageRPMText;
+    /// In the order of the system; not filled by takeSnapshot().
+    std::vector<DriveRow> drives;
 };
 
 /// What the last check of the engine found; a sensor that was never checked is read now.

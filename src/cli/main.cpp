@@ -1,4 +1,5 @@
 #include "cli/Program.h"
+#include "platform/linux/DriveReaderProcess.h"
 #include "platform/linux/LinuxFileManager.h"
 
 #include <unistd.h>
@@ -8,6 +9,7 @@
 #include <exception>
 
 int main(int argc, char** argv) {
+    if (const auto code = calorivo::runAsDriveReader(argc, argv)) return *code;
     using namespace calorivo;
     try {
         Output out(STDOUT_FILENO);

@@ -9,7 +9,7 @@ namespace calorivo {
 
 void Logger::setupLogger() {
     if (!parts_.preferences.logFileBookmarkData.get().empty()) return;
-    if (parts_.documentDirectories.empty()) {
+    if (parts_.documentDirectories.empty() || parts_.documentDirectories.front().empty()) {
         parts_.systemLog.log(
             "The log file couldn't be created because the Documents folder for this user is not available.");
         return;

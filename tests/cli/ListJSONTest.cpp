@@ -45,7 +45,7 @@ JSON listedDump(std::string_view dump, std::vector<std::string> arguments = {}) 
 
 TEST(ListJSON, HasTheNamesOfTheContractInTheirOrder) {
     const JSON list = listed({"--simulate=7"});
-    EXPECT_EQ(namesOf(list), (Names{"model", "source", "unit", "sensors", "averages", "fans"}));
+    EXPECT_EQ(namesOf(list), (Names{"model", "source", "unit", "sensors", "averages", "fans", "drives"}));
     EXPECT_EQ(namesOf(list["averages"]), (Names{"all", "cpu", "rpm"}));
     EXPECT_EQ(namesOf(list["averages"]["all"]), (Names{"celsius", "text"}));
     EXPECT_EQ(namesOf(list["averages"]["cpu"]), (Names{"celsius", "text"}));

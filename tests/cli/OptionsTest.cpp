@@ -12,7 +12,8 @@
 namespace calorivo {
 
 void PrintTo(const Options& options, std::ostream* out) {
-    *out << nameOf(options.command) << " key=" << options.key << " interval=" << options.interval.count();
+    *out << nameOf(options.command) << " key=" << options.key << " serial=" << options.serial
+         << " interval=" << options.interval.count();
 }
 
 namespace {
@@ -53,10 +54,18 @@ TEST(Options, ReadEveryOption) {
          with(Command::why,
               [](Options& o) {
                   o.simulationSeed = 1;
-                  o.key = "TC0P";
+                  o.key = o.serial = "TC0P";
               })},
-        {{"why", "FS!"}, with(Command::why, [](Options& o) { o.key = "FS! "; })},
-        {{"why", "--", "-abc"}, with(Command::why, [](Options& o) { o.key = "-abc"; })},
+        {{"why", "FS!"},
+         with(Command::why,
+              [](Options& o) {
+                  o.key = "FS! ";
+                  o.serial = "FS!";
+              })},
+        {{"why", "--", "-abc"}, with(Command::why, [](Options& o) { o.key = o.serial = "-abc"; })},
+        {{"why", "WX12-0042"}, with(Command::why, [](Options& o) { o.serial = "WX12-0042"; })},
+        {{"drives", "--json", "--fahrenheit"},
+         with(Command::drives, [](Options& o) { o.isJSON = o.isFahrenheit = true; })},
         {{"row", "--fans", "--keysfile", "list"},
          with(Command::row,
               [](Options& o) {
@@ -111,8 +120,7 @@ TEST(Options, WrongUseIsNamed) {
     };
     const Row rows[] = {
         {{"lsit"}, "unknown command \"lsit\"; calorivo-cli --help lists them"},
-        {{"why"}, "why needs a key, for example TC0P"},
-        {{"why", "TC0PX"}, "a key has four characters"},
+        {{"why"}, "why needs a key, for example TC0P, or the serial number of a drive"},
         {{"why", ""}, "a key has four characters"},
         {{"--simulate=x"}, "--simulate: a seed is a whole number from 0 on"},
         {{"--simulate=-1"}, "--simulate: a seed is a whole number from 0 on"},

@@ -140,6 +140,10 @@ TEST_F(LoggerTest, ChangesNothingWithABookmark) {
 }
 
 TEST_F(LoggerTest, TellsThatThereIsNoDocumentsFolder) {
+    documentDirectories = {""};
+    logger->setupLogger();
+    EXPECT_EQ(platform.calls.size(), 1U);
+    platform.calls.clear();
     documentDirectories.clear();
     logger->setupLogger();
     EXPECT_EQ(platform.calls,

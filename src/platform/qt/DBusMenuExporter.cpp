@@ -107,8 +107,8 @@ std::vector<DBusMethod> DBusMenuExporter::describeMethods() {
         method("GetLayout", "iias", "u(ia{sv}av)", by(&DBusMenuExporter::getLayout)),
         method("GetGroupProperties", "aias", "a(ia{sv})", by(&DBusMenuExporter::getGroupProperties)),
         method("GetProperty", "is", "v", by(&DBusMenuExporter::getProperty)),
-        method("Event", "isvu", "", by(&DBusMenuExporter::event)),
-        method("EventGroup", "a(isvu)", "ai", by(&DBusMenuExporter::eventGroup)),
+        method("Event", "isvu", "", by(&DBusMenuExporter::takeEvent)),
+        method("EventGroup", "a(isvu)", "ai", by(&DBusMenuExporter::takeEvents)),
         method("AboutToShow", "i", "b", by(&DBusMenuExporter::aboutToShow)),
         method("AboutToShowGroup", "ai", "aiai", by(&DBusMenuExporter::aboutToShowGroup)),
     };
@@ -142,14 +142,14 @@ QDBusMessage DBusMenuExporter::getProperty(const QDBusMessage& call) {
     return call.createReply(QVariant::fromValue(QDBusVariant(value)));
 }
 
-QDBusMessage DBusMenuExporter::event(const QDBusMessage& call) {
+QDBusMessage DBusMenuExporter::takeEvent(const QDBusMessage& call) {
     const int id = call.arguments().at(0).toInt();
     if (!tree_.contains(id)) return noSuchEntry(call, id);
     handleEvent(id, call.arguments().at(1).toString());
     return call.createReply();
 }
 
-QDBusMessage DBusMenuExporter::eventGroup(const QDBusMessage& call) {
+QDBusMessage DBusMenuExporter::takeEvents(const QDBusMessage& call) {
     const auto events = qdbus_cast<QList<MenuEvent>>(call.arguments().at(0));
     QList<int> unknown;
     for (const MenuEvent& event : events) {

@@ -38,8 +38,8 @@ class DBusMenuExporter final : public DBusObject {
     [[nodiscard]] QDBusMessage getLayout(const QDBusMessage& call);
     [[nodiscard]] QDBusMessage getGroupProperties(const QDBusMessage& call);
     [[nodiscard]] QDBusMessage getProperty(const QDBusMessage& call);
-    [[nodiscard]] QDBusMessage event(const QDBusMessage& call);
-    [[nodiscard]] QDBusMessage eventGroup(const QDBusMessage& call);
+    [[nodiscard]] QDBusMessage takeEvent(const QDBusMessage& call);
+    [[nodiscard]] QDBusMessage takeEvents(const QDBusMessage& call);
     [[nodiscard]] QDBusMessage aboutToShow(const QDBusMessage& call);
     [[nodiscard]] QDBusMessage aboutToShowGroup(const QDBusMessage& call);
 

@@ -106,8 +106,7 @@ QVariant menuPropertyDefault(const QString& name) {
 QString menuLabelOf(const QString& text) {
     QString label;
     bool hasAccessKey = false;
-    const qsizetype end = std::max(text.indexOf(QLatin1Char('\t')), qsizetype{-1});
-    const QString shown = end < 0 ? text : text.left(end);  // what follows is the shortcut's text
+    const QString shown = text.section(QLatin1Char('\t'), 0, 0);  // what follows is the shortcut's text
     for (qsizetype i = 0; i < shown.size(); ++i) {
         const QChar letter = shown.at(i);
         if (letter == QLatin1Char('_')) {

@@ -214,7 +214,7 @@ void DBusNotifications::remember(uint id, std::string clickContext) {
 
 void DBusNotifications::sendTest() {
     notify({.title = tr("Notifications work").toStdString(),
-            .description = tr("A temperature above its limit is told like this.").toStdString(),
+            .description = tr("This is how a temperature above its limit is announced.").toStdString(),
             .notificationName = "Test",
             .clickContext = "sendTest"});
 }

@@ -1,12 +1,10 @@
 #include "platform/qt/DBusObject.h"
 
-#include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusVariant>
 #include <QVariantMap>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace calorivo {

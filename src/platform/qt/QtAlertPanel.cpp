@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFont>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QKeyEvent>
@@ -20,7 +21,7 @@ namespace calorivo {
 namespace {
 
 /// A text as it stands: no character of it makes a shortcut.
-QString buttonText(const std::string& text) {
+QString shownText(const std::string& text) {
     return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
@@ -70,22 +71,26 @@ class AlertBox final : public QMessageBox {
         setText(QString::fromStdString(alert.message));
         setInformativeText(QString::fromStdString(alert.informativeText));
         for (QLabel* const label : findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+        if (auto* const message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+            QFont font = message->font();
+            font.setBold(true);
+            message->setFont(font);
+        }
     }
 
     /// With one role for all of them, every desktop keeps their order.
     void addButtons(const Alert& alert) {
-        default_ = addButton(buttonText(alert.defaultButton), QMessageBox::ActionRole);
+        default_ = addButton(shownText(alert.defaultButton), QMessageBox::ActionRole);
         default_->setObjectName(QStringLiteral("defaultButton"));
         setDefaultButton(default_);
         setEscapeButton(default_);
         if (alert.alternateButton) {
-            QPushButton* const button =
-                addButton(buttonText(*alert.alternateButton), QMessageBox::ActionRole);
+            QPushButton* const button = addButton(shownText(*alert.alternateButton), QMessageBox::ActionRole);
             button->setObjectName(QStringLiteral("alternateButton"));
             setEscapeButton(button);
         }
         if (alert.otherButton) {
-            other_ = addButton(buttonText(*alert.otherButton), QMessageBox::ActionRole);
+            other_ = addButton(shownText(*alert.otherButton), QMessageBox::ActionRole);
             other_->setObjectName(QStringLiteral("otherButton"));
         }
     }

@@ -18,11 +18,14 @@ QtStatusBar::QtStatusBar(const QDBusConnection& bus, StatusBarResources resource
 QtStatusBar::~QtStatusBar() = default;
 
 std::unique_ptr<StatusBarItem> QtStatusBar::statusItemWithLength(double /*length*/) {
-    static int items = 0;
-    auto item = std::make_unique<QtStatusBarItem>(
-        *this, OwnConnection(connector_, QStringLiteral("calorivo-status-item-%1").arg(++items)));
+    auto item = std::make_unique<QtStatusBarItem>(*this);
     connect(item.get(), &QtStatusBarItem::activated, this, &QtStatusBar::activated);
     return item;
+}
+
+QDBusConnection QtStatusBar::newConnection() const {
+    static int connections = 0;  // QtDBus knows connections by their names, in the whole program
+    return connector_(QStringLiteral("calorivo-status-item-%1").arg(++connections));
 }
 
 void QtStatusBar::setTitlePlace(TitlePlace place) {

@@ -64,6 +64,7 @@ class QtStatusBar final : public QObject, public StatusBar {
     /// For the items.
     [[nodiscard]] const StatusNotifierHost& host() const { return host_; }
     [[nodiscard]] const StatusBarResources& resources() const { return resources_; }
+    [[nodiscard]] QDBusConnection newConnection() const;
 
   Q_SIGNALS:
     /// Left click on an item: time to show the main window. The token lets it come to the front; may be

@@ -44,31 +44,25 @@ IconPixmaps blankPixmaps() {
 
 }  // namespace
 
-OwnConnection::OwnConnection(const BusConnector& connector, const QString& name) : bus_(connector(name)) {}
-
-OwnConnection::OwnConnection(OwnConnection&& other) noexcept
-    : bus_(std::exchange(other.bus_, QDBusConnection(QString()))) {}
-
 OwnConnection::~OwnConnection() {
     const QString name = bus_.name();
     bus_ = QDBusConnection(QString());
     if (!name.isEmpty()) QDBusConnection::disconnectFromBus(name);
 }
 
-QtStatusBarItem::QtStatusBarItem(const QtStatusBar& bar, OwnConnection connection)
-    : bar_(bar),
-      connection_(std::move(connection)),
-      menuExporter_(connection_.bus()),
-      item_(connection_.bus(), bar.resources().iconThemePath, menuExporter_.path()) {
-    refresh();
-    connect(&item_, &StatusNotifierItem::activated, this, &QtStatusBarItem::activated);
-    connect(&item_, &StatusNotifierItem::contextMenuRequested, this, &QtStatusBarItem::popUpMenu);
+QtStatusBarItem::Presence::Presence(const QtStatusBar& bar)
+    : connection(bar.newConnection()),
+      menu(connection.bus()),
+      item(connection.bus(), bar.resources().iconThemePath, menu.path()) {}
+
+QtStatusBarItem::QtStatusBarItem(const QtStatusBar& bar) : bar_(bar) {
+    appear();
     connect(&bar, &QtStatusBar::titlePlaceChanged, this, &QtStatusBarItem::refreshSoon);
     const StatusNotifierHost& host = bar.host();
     connect(&host, &StatusNotifierHost::traitsChanged, this, &QtStatusBarItem::refreshSoon);
     connect(&host, &StatusNotifierHost::watcherAppeared, this, &QtStatusBarItem::registerAtWatcher);
     connect(&host, &StatusNotifierHost::hostChanged, this, [this](bool hasHost) {
-        if (hasHost && !isRegistered_) registerAtWatcher();
+        if (hasHost && !presence_->isRegistered) registerAtWatcher();
     });
     // Later: by then the item has its title and its menu.
     if (host.hasWatcher())
@@ -76,6 +70,14 @@ QtStatusBarItem::QtStatusBarItem(const QtStatusBar& bar, OwnConnection connectio
 }
 
 QtStatusBarItem::~QtStatusBarItem() = default;
+
+void QtStatusBarItem::appear() {
+    presence_ = std::make_unique<Presence>(bar_);
+    presence_->menu.setMenu(menu_);
+    presence_->item.setState(composedState());
+    connect(&presence_->item, &StatusNotifierItem::activated, this, &QtStatusBarItem::activated);
+    connect(&presence_->item, &StatusNotifierItem::contextMenuRequested, this, &QtStatusBarItem::popUpMenu);
+}
 
 void QtStatusBarItem::setTitle(const std::string& title) { show(title, 1.0); }
 
@@ -94,7 +96,7 @@ void QtStatusBarItem::setImage(const std::optional<Image>& image) {
 
 void QtStatusBarItem::setMenu(std::string_view name) {
     menu_ = bar_.resources().menu ? bar_.resources().menu(name) : nullptr;
-    menuExporter_.setMenu(menu_);
+    presence_->menu.setMenu(menu_);
 }
 
 void QtStatusBarItem::setHighlightMode(bool /*isHighlighted*/) {}
@@ -106,13 +108,21 @@ void QtStatusBarItem::refreshSoon() {
 
 void QtStatusBarItem::refresh() {
     isRefreshPending_ = false;
-    item_.setState(composedState());
+    StatusNotifierState state = composedState();
+    const bool losesLabel = presence_->item.state().label && !state.label;
+    if (losesLabel && bar_.host().traits().label == LabelSupport::insteadOfIcon) {
+        // Such a panel does not put the icon back: it has to meet another item.
+        appear();
+        registerAtWatcher();
+    } else {
+        presence_->item.setState(std::move(state));
+    }
 }
 
 StatusNotifierState QtStatusBarItem::composedState() const {
     const StatusBarResources& resources = bar_.resources();
-    const LabelSupport place = labelPlaceFor(bar_.titlePlace(), bar_.host().traits());
-    const TrayIconContents contents = trayIconContents(title_, image_.has_value(), place);
+    const TrayIconContents contents =
+        trayIconContents(title_, image_.has_value(), bar_.titlePlace(), bar_.host().traits());
     StatusNotifierState state;
     state.title = title_.isEmpty() ? QStringLiteral("Calorivo") : title_;
     state.label = contents.label;
@@ -146,20 +156,22 @@ IconPixmaps QtStatusBarItem::pixmapsOfImage() const {
 }
 
 void QtStatusBarItem::registerAtWatcher() {
-    if (!connection_.bus().isConnected() || !bar_.host().hasWatcher()) return;
-    refresh();
+    const QDBusConnection& bus = presence_->connection.bus();
+    if (!bus.isConnected() || !bar_.host().hasWatcher()) return;
+    presence_->item.setState(composedState());
     // The unique name: some panels lose an item that registers by a well-known one.
     QDBusMessage call = QDBusMessage::createMethodCall(
         StatusNotifierHost::watcherName(), StatusNotifierHost::watcherPath(),
         StatusNotifierHost::watcherName(), QStringLiteral("RegisterStatusNotifierItem"));
     call.setAutoStartService(false);
-    call << connection_.bus().baseService();
-    isRegistered_ = true;
-    auto* const pending = new QDBusPendingCallWatcher(connection_.bus().asyncCall(call), &item_);
-    connect(pending, &QDBusPendingCallWatcher::finished, this, [this, pending] {
-        if (pending->isError()) isRegistered_ = false;
-        pending->deleteLater();
-    });
+    call << bus.baseService();
+    presence_->isRegistered = true;
+    auto* const pending = new QDBusPendingCallWatcher(bus.asyncCall(call), &presence_->item);
+    connect(pending, &QDBusPendingCallWatcher::finished, &presence_->item,
+            [presence = presence_.get(), pending] {
+                if (pending->isError()) presence->isRegistered = false;
+                pending->deleteLater();
+            });
 }
 
 void QtStatusBarItem::popUpMenu(QPoint position) const {

@@ -12,20 +12,20 @@
 #include <QPointer>
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace calorivo {
 
 /// A connection that closes with its owner. Copies of it must be gone by then.
 class OwnConnection {
   public:
-    OwnConnection(const BusConnector& connector, const QString& name);
+    explicit OwnConnection(QDBusConnection bus) : bus_(std::move(bus)) {}
     OwnConnection(const OwnConnection&) = delete;
     OwnConnection& operator=(const OwnConnection&) = delete;
-    OwnConnection(OwnConnection&& other) noexcept;
-    OwnConnection& operator=(OwnConnection&&) = delete;
     ~OwnConnection();
 
     [[nodiscard]] const QDBusConnection& bus() const { return bus_; }
@@ -41,7 +41,7 @@ class QtStatusBarItem final : public QObject, public StatusBarItem {
 
   public:
     /// The bar must outlive the item.
-    QtStatusBarItem(const QtStatusBar& bar, OwnConnection connection);
+    explicit QtStatusBarItem(const QtStatusBar& bar);
     ~QtStatusBarItem() override;
 
     void setTitle(const std::string& title) override;
@@ -56,25 +56,33 @@ class QtStatusBarItem final : public QObject, public StatusBarItem {
     void activated(const QString& activationToken);
 
   private:
+    /// What panels see: gone for them when its connection closes.
+    struct Presence {
+        explicit Presence(const QtStatusBar& bar);
+
+        OwnConnection connection;
+        DBusMenuExporter menu;
+        StatusNotifierItem item;
+        bool isRegistered = false;
+    };
+
     void show(const std::string& title, double digitScale);
+    void appear();
+    void registerAtWatcher();
     void refreshSoon();
     void refresh();
     [[nodiscard]] StatusNotifierState composedState() const;
     [[nodiscard]] IconPixmaps pixmapsOfImage() const;
-    void registerAtWatcher();
     void popUpMenu(QPoint position) const;
 
     const QtStatusBar& bar_;
-    OwnConnection connection_;
-    DBusMenuExporter menuExporter_;
-    StatusNotifierItem item_;
+    std::unique_ptr<Presence> presence_;
     QPointer<QMenu> menu_;
     QString title_;
     std::optional<Image> image_;
     /// Height of drawn digits compared with the largest ones.
     double digitScale_ = 1.0;
     bool isRefreshPending_ = false;
-    bool isRegistered_ = false;
 };
 
 }  // namespace calorivo

@@ -1,6 +1,6 @@
 #include "platform/qt/QtWorkspace.h"
 
-#include "platform/Format.h"
+#include "platform/FileURL.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCall>
@@ -33,28 +33,7 @@ bool hasScheme(std::string_view url) {
            url.find('\0') == std::string_view::npos;
 }
 
-bool isPlainInAddress(char c) {
-    return isLetter(c) || isDigit(c) || std::string_view("/-._~").find(c) != std::string_view::npos;
-}
-
-/// The address of the folder in which the file of this address is.
-std::string folderURL(const std::string& url) {
-    const std::size_t slash = url.rfind('/');
-    return url.substr(0, std::max(slash, fileScheme.size() + 1));
-}
-
 }  // namespace
-
-std::string fileURL(std::string_view absolutePath) {
-    std::string url(fileScheme);
-    for (const char c : absolutePath) {
-        if (isPlainInAddress(c))
-            url += c;
-        else
-            appendFormat(url, "%%%02X", {static_cast<unsigned char>(c)});
-    }
-    return url;
-}
 
 QtWorkspace::QtWorkspace(QDBusConnection bus, QString opener)
     : bus_(std::move(bus)), opener_(std::move(opener)) {}
@@ -66,7 +45,7 @@ bool QtWorkspace::openURL(std::string_view url) {
 bool QtWorkspace::openFile(std::string_view fullPath) {
     std::error_code error;
     if (!fullPath.starts_with('/') || !std::filesystem::exists(std::string(fullPath), error)) return false;
-    return start(QByteArray::fromStdString(fileURL(fullPath)));
+    return start(QByteArray::fromStdString(fileURLWithPath(fullPath)));
 }
 
 bool QtWorkspace::start(const QByteArray& address) {
@@ -88,7 +67,7 @@ void QtWorkspace::activateFileViewerSelectingURLs(const std::vector<std::string>
     for (const std::string& url : urls)
         if (url.starts_with(fileScheme)) addresses.append(QString::fromStdString(url));
     if (addresses.isEmpty()) return;
-    const std::string folder = folderURL(addresses.front().toStdString());
+    const std::string folder = URLByDeletingLastPathComponent(addresses.front().toStdString());
     // Without a bus a call has no answer, not even an error.
     if (!bus_.isConnected()) {
         start(QByteArray::fromStdString(folder));

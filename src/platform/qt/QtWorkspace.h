@@ -13,9 +13,6 @@
 
 namespace calorivo {
 
-/// The "file:" address of an absolute path, with every byte escaped that may not stand in an address.
-[[nodiscard]] std::string fileURL(std::string_view absolutePath);
-
 /// Opens things by the desktop's own opener, as a program of its own that outlives this one; no shell sees an
 /// address. When the environment holds an activation token, what is opened gets it, once. Main thread.
 class QtWorkspace final : public Workspace {

@@ -17,9 +17,13 @@ LabelSupport labelPlaceFor(TitlePlace wanted, const HostTraits& host) {
     return host.label;
 }
 
-TrayIconContents trayIconContents(const QString& title, bool hasImage, LabelSupport place) {
+TrayIconContents trayIconContents(const QString& title, bool hasImage, TitlePlace wanted,
+                                  const HostTraits& host) {
     if (title.isEmpty()) return {TrayIconKind::image, {}, std::nullopt};
-    if (place != LabelSupport::none) return {hasImage ? TrayIconKind::image : TrayIconKind::blank, {}, title};
+    if (labelPlaceFor(wanted, host) != LabelSupport::none) {
+        const bool isLabelSure = host.label != LabelSupport::none;
+        return {isLabelSure && !hasImage ? TrayIconKind::blank : TrayIconKind::image, {}, title};
+    }
     const QString digits = firstNumber(title);
     return {digits.isEmpty() ? TrayIconKind::image : TrayIconKind::digits, digits, std::nullopt};
 }

@@ -25,7 +25,9 @@ struct TrayIconContents {
 /// Where a panel with these traits shows the title when the user wants it in this place.
 [[nodiscard]] LabelSupport labelPlaceFor(TitlePlace wanted, const HostTraits& host);
 
-/// Never nothing at all: an item without title and image shows an image.
-[[nodiscard]] TrayIconContents trayIconContents(const QString& title, bool hasImage, LabelSupport place);
+/// Never nothing at all: an item without title and image shows an image, and so does one with a label that
+/// the panel may not show.
+[[nodiscard]] TrayIconContents trayIconContents(const QString& title, bool hasImage, TitlePlace wanted,
+                                                const HostTraits& host);
 
 }  // namespace calorivo

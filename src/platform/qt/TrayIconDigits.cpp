@@ -5,7 +5,6 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPen>
 #include <QPointF>
 #include <QRectF>
 #include <QRegularExpression>
@@ -18,7 +17,12 @@ namespace calorivo {
 namespace {
 
 const QColor face(Qt::white);
+const QColor plate(46, 52, 64);
 const QColor edge(24, 24, 24);
+
+/// Parts of the icon's side.
+constexpr double heightOfDigits = 0.68;
+constexpr double cornerRadius = 0.18;
 
 /// The text's outline at the size of the font, as wide and high as its ink.
 QPainterPath outlineOf(const QString& text) {
@@ -74,21 +78,20 @@ QImage drawDigits(const QString& text, int side, double scale) {
     const QPainterPath outline = outlineOf(text);
     const QRectF ink = outline.boundingRect();
     if (ink.isEmpty()) return image;
-    // A pixel of edge on every side; at most as high as wide digits look right.
-    const double edgeWidth = std::max(1.0, side / 20.0);
-    const double room = side - 2 * edgeWidth;
-    const double height = room * 0.8 * scale;
+    const double room = side - 2 * std::max(1.0, side / 16.0);
+    const double height = side * heightOfDigits * scale;
     const double width = std::min(room * scale, ink.width() * height / ink.height());
     QTransform place;
     place.translate(side / 2.0, side / 2.0);
     place.scale(width / ink.width(), height / ink.height());
     place.translate(-ink.center().x(), -ink.center().y());
-    const QPainterPath digits = place.map(outline);
 
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.strokePath(digits, QPen(edge, 2 * edgeWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.fillPath(digits, face);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(plate);
+    painter.drawRoundedRect(QRectF(0, 0, side, side), side * cornerRadius, side * cornerRadius);
+    painter.fillPath(place.map(outline), face);
     return image;
 }
 

@@ -17,7 +17,8 @@ namespace calorivo {
 /// on dark panels. `scale`: above 0, at most 1; the height of the digits compared with the largest.
 [[nodiscard]] QImage drawDigits(const QString& text, int side, double scale);
 
-/// The shape of an image in the same bright with a dark edge: for images of which only the shape counts.
+/// The shape of an image, bright with a dark edge for the same reason: for images of which only the shape
+/// counts.
 [[nodiscard]] QImage drawShape(const QImage& shape);
 
 }  // namespace calorivo

@@ -38,6 +38,8 @@ AreaList::AreaList(QWidget* parent) : QListWidget(parent) {
     setUniformItemSizes(true);
     setTextElideMode(Qt::ElideRight);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setViewportMargins(0, 8, 0, 8);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 14);
     // A side bar stands on the window's ground, not on that of texts.
     viewport()->setBackgroundRole(QPalette::Window);
     connect(this, &QListWidget::itemSelectionChanged, this, &AreaList::takeSelection);

@@ -65,11 +65,7 @@ void AveragesView::changeEvent(QEvent* event) {
 }
 
 void AveragesView::adaptFonts() {
-    QFont large = font();
-    if (large.pointSizeF() > 0)
-        large.setPointSizeF(large.pointSizeF() * figureScale);
-    else
-        large.setPixelSize(static_cast<int>(large.pixelSize() * figureScale));
+    const QFont large = scaledFont(font(), figureScale);
     const QFontMetrics metrics(large);
     // Of one size, whatever the figure is: a label whose size may change has its window laid out with each
     // text.

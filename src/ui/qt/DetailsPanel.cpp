@@ -1,9 +1,9 @@
 #include "ui/qt/DetailsPanel.h"
 
 #include "smc/SmcDecode.h"
+#include "ui/qt/LevelBarColors.h"
 #include "ui/qt/MainWindowText.h"
 
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QStringList>
@@ -14,8 +14,6 @@ namespace calorivo {
 
 namespace {
 
-QString tr(const char* text) { return QCoreApplication::translate("Details", text); }
-
 /// Appends the fact unless it is not known.
 void append(QList<Fact>& facts, const QString& caption, const QString& text) {
     if (!text.isEmpty()) facts.append({caption, text});
@@ -23,8 +21,8 @@ void append(QList<Fact>& facts, const QString& caption, const QString& text) {
 
 QString sourceText(const std::string& name) {
     if (name == "applesmc") return QStringLiteral("Apple SMC");
-    if (name == "simulated") return tr("Simulated Mac");
-    if (name == "keysfile") return tr("Keys file");
+    if (name == "simulated") return DetailsPanel::tr("Simulated Mac");
+    if (name == "keysfile") return DetailsPanel::tr("Keys file");
     return asQString(name);
 }
 
@@ -38,21 +36,25 @@ QString bytesText(const SmcValue& value) {
 void appendReading(QList<Fact>& facts, const Explanation& explanation) {
     const SmcValue& value = explanation.value;
     if (value.dataSize == 0) {
-        append(facts, tr("Bytes"), tr("No data"));
+        append(facts, DetailsPanel::tr("Bytes"), DetailsPanel::tr("No data"));
     } else {
-        append(facts, tr("Type"), asQString(std::string_view(value.dataType.data())));
-        append(facts, tr("Bytes"), bytesText(value));
+        append(facts, DetailsPanel::tr("Type"), asQString(std::string_view(value.dataType.data())));
+        append(facts, DetailsPanel::tr("Bytes"), bytesText(value));
     }
-    if (explanation.decoded) append(facts, tr("Decoded"), QString::number(*explanation.decoded, 'g', 8));
+    if (explanation.decoded)
+        append(facts, DetailsPanel::tr("Decoded"), QString::number(*explanation.decoded, 'g', 8));
     if (!explanation.reading) return;
     const QString reading = QString::number(*explanation.reading, 'g', 8) + QStringLiteral(" °C");
-    append(facts, tr("Reading"),
-           explanation.isValid ? tr("%1, shown as %2").arg(reading, asQString(explanation.readingText))
-                               : tr("%1, which no sensor means: shown as N/A").arg(reading));
+    append(facts, DetailsPanel::tr("Reading"),
+           explanation.isValid
+               ? DetailsPanel::tr("%1, shown as %2").arg(reading, asQString(explanation.readingText))
+               : DetailsPanel::tr("%1, which no sensor means: shown as N/A").arg(reading));
 }
 
 QString htmlOf(const Details& details, const QPalette& palette) {
-    const QString muted = palette.color(QPalette::PlaceholderText).name();
+    const QString muted = mutedTextColor(palette).name();
+    if (details.facts.isEmpty())
+        return QStringLiteral(R"(<p style="color:%1">%2</p>)").arg(muted, details.title.toHtmlEscaped());
     QString html = QStringLiteral("<p><b>%1</b></p>").arg(details.title.toHtmlEscaped());
     for (const Fact& fact : details.facts)
         html += QStringLiteral(R"(<p style="margin:0 0 7px 0"><span style="color:%1">%2</span><br>%3</p>)")
@@ -65,43 +67,51 @@ QString htmlOf(const Details& details, const QPalette& palette) {
 
 Details detailsOf(const Explanation& explanation) {
     QList<Fact> facts;
-    append(facts, tr("Key"), asQString(explanation.key.view()));
-    append(facts, tr("Source"), sourceText(explanation.source));
-    append(facts, tr("Device"), asQString(explanation.origin.device));
-    append(facts, tr("File"), asQString(explanation.origin.file));
-    append(facts, tr("Content"), asQString(explanation.origin.content));
-    append(facts, tr("Note"), asQString(explanation.origin.note));
+    append(facts, DetailsPanel::tr("Key"), asQString(explanation.key.view()));
+    append(facts, DetailsPanel::tr("Source"), sourceText(explanation.source));
+    append(facts, DetailsPanel::tr("Device"), asQString(explanation.origin.device));
+    append(facts, DetailsPanel::tr("File"), asQString(explanation.origin.file));
+    append(facts, DetailsPanel::tr("Content"), asQString(explanation.origin.content));
+    append(facts, DetailsPanel::tr("Note"), asQString(explanation.origin.note));
     appendReading(facts, explanation);
-    append(facts, tr("Named by"), asQString(explanation.naming));
+    append(facts, DetailsPanel::tr("Named by"), asQString(explanation.naming));
     QStringList rules;
     for (const std::string& rule : explanation.grouping) rules.append(asQString(rule));
-    append(facts, tr("Put into its area by"), rules.join(u'\n'));
-    if (explanation.area != nullptr) append(facts, tr("Area"), asQString(explanation.area->name));
-    append(facts, tr("Not shown"), asQString(explanation.hiddenReason));
+    append(facts, DetailsPanel::tr("Put into its area by"), rules.join(u'\n'));
+    if (explanation.area != nullptr)
+        append(facts, DetailsPanel::tr("Area"), asQString(explanation.area->name));
+    append(facts, DetailsPanel::tr("Not shown"), asQString(explanation.hiddenReason));
     const QString title = asQString(explanation.name.empty() ? explanation.key.view() : explanation.name);
     return {title, facts};
 }
 
 Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading) {
     return {name,
-            {{tr("Serial number"), serial},
-             {tr("Source"), tr("The drive itself, which measures its temperature (SMART)")},
-             {tr("Reading"), reading}}};
+            {{DetailsPanel::tr("Serial number"), serial},
+             {DetailsPanel::tr("Source"),
+              DetailsPanel::tr("The drive itself, which measures its temperature (SMART)")},
+             {DetailsPanel::tr("Reading"), reading}}};
 }
 
 DetailsPanel::DetailsPanel(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("detailsPanel"));
-    setAccessibleName(QWidget::tr("Details"));
+    setAccessibleName(tr("Details"));
+    setMinimumWidth(fontMetrics().averageCharWidth() * 24);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
 }
 
-void DetailsPanel::show(const Details& details) { showHtml(details.title, htmlOf(details, palette())); }
-
-void DetailsPanel::showHint(const QString& hint) {
-    const QString muted = palette().color(QPalette::PlaceholderText).name();
-    showHtml({}, QStringLiteral(R"(<p style="color:%1">%2</p>)").arg(muted, hint.toHtmlEscaped()));
+void DetailsPanel::show(const Details& details) {
+    if (text_ == nullptr) makeText();
+    const bool isSameRow = details.title == shown_.title;
+    if (details == shown_ || (isSameRow && text_->textCursor().hasSelection())) return;
+    const int scrolled = isSameRow ? text_->verticalScrollBar()->value() : 0;
+    shown_ = details;
+    text_->setHtml(htmlOf(shown_, palette()));
+    text_->verticalScrollBar()->setValue(scrolled);
 }
+
+void DetailsPanel::showHint(const QString& hint) { show(Details{hint, {}}); }
 
 QString DetailsPanel::plainText() const { return text_ != nullptr ? text_->toPlainText() : QString(); }
 
@@ -110,24 +120,18 @@ QSize DetailsPanel::sizeHint() const {
     return {character * 38, character * 30};
 }
 
-void DetailsPanel::showHtml(const QString& title, const QString& html) {
-    if (text_ == nullptr) {
-        text_ = new QTextBrowser(this);
-        text_->setObjectName(QStringLiteral("detailsText"));
-        text_->setAccessibleName(accessibleName());
-        text_->setFrameShape(QFrame::NoFrame);
-        text_->setOpenLinks(false);
-        text_->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        text_->document()->setDocumentMargin(12);
-        layout()->addWidget(text_);
-        setFocusProxy(text_);
-    }
-    if (html == html_ || (title == title_ && text_->textCursor().hasSelection())) return;
-    const int scrolled = title == title_ ? text_->verticalScrollBar()->value() : 0;
-    title_ = title;
-    html_ = html;
-    text_->setHtml(html);
-    text_->verticalScrollBar()->setValue(scrolled);
+void DetailsPanel::makeText() {
+    text_ = new QTextBrowser(this);
+    text_->setObjectName(QStringLiteral("detailsText"));
+    text_->setAccessibleName(accessibleName());
+    text_->setFrameShape(QFrame::NoFrame);
+    text_->setOpenLinks(false);
+    text_->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text_->document()->setDocumentMargin(12);
+    // It stands beside the table and belongs to the window.
+    text_->viewport()->setBackgroundRole(QPalette::Window);
+    layout()->addWidget(text_);
+    setFocusProxy(text_);
 }
 
 void DetailsPanel::keyPressEvent(QKeyEvent* event) {
@@ -139,8 +143,8 @@ void DetailsPanel::keyPressEvent(QKeyEvent* event) {
 
 void DetailsPanel::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
-    // The colours are part of the text: it is made anew with the next reload.
-    if (event->type() == QEvent::PaletteChange) html_.clear();
+    // The colours are part of the text.
+    if (event->type() == QEvent::PaletteChange && text_ != nullptr) text_->setHtml(htmlOf(shown_, palette()));
 }
 
 }  // namespace calorivo

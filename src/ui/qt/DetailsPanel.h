@@ -19,7 +19,9 @@ struct Fact {
 
 struct Details {
     QString title;
+    /// Without any, the title is one sentence that says why.
     QList<Fact> facts;
+    friend bool operator==(const Details&, const Details&) = default;
 };
 
 /// What is known of a sensor, from the device up to the row; what is not known is left out.
@@ -33,7 +35,7 @@ class DetailsPanel final : public QWidget {
   public:
     explicit DetailsPanel(QWidget* parent = nullptr);
 
-    /// Shows the details. While the user has some of the text selected, only those of another title replace
+    /// While the user has some of the text selected, only those of another title replace
     /// it.
     void show(const Details& details);
     using QWidget::show;
@@ -51,11 +53,10 @@ class DetailsPanel final : public QWidget {
     void changeEvent(QEvent* event) override;
 
   private:
-    void showHtml(const QString& title, const QString& html);
+    void makeText();
 
     QTextBrowser* text_ = nullptr;
-    QString title_;
-    QString html_;
+    Details shown_;
 };
 
 }  // namespace calorivo

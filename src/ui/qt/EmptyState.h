@@ -38,11 +38,18 @@ class EmptyState final : public QWidget {
     /// The filter is to be cleared.
     void clearWanted();
 
+  protected:
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
+    void showIcon();
+
     QLabel* icon_;
     QLabel* headline_;
     QLabel* advice_;
     QPushButton* clear_;
+    ClearButton button_ = ClearButton::hidden;
 };
 
 }  // namespace calorivo

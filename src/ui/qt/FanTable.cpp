@@ -3,11 +3,12 @@
 #include "ui/qt/CellTextDelegate.h"
 #include "ui/qt/FanTableModel.h"
 #include "ui/qt/LevelBarDelegate.h"
+#include "ui/qt/TableHeader.h"
 
 #include <QEvent>
-#include <QHeaderView>
 
 #include <algorithm>
+#include <array>
 
 namespace calorivo {
 
@@ -28,11 +29,11 @@ FanTable::FanTable(QWidget* parent) : QTableView(parent) {
     setCornerButtonEnabled(false);
     setFrameShape(NoFrame);
     setVerticalScrollMode(ScrollPerPixel);
-    setHorizontalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setHighlightSections(false);
+    setHorizontalHeader(new TableHeader(this));
     // It stands on the window's ground, beside the averages.
     viewport()->setBackgroundRole(QPalette::Window);
     adaptRowHeight();
@@ -53,15 +54,14 @@ void FanTable::setFanModel(FanTableModel& model) {
 
 void FanTable::fitColumns() {
     const int character = fontMetrics().averageCharWidth();
-    const QString speed = QStringLiteral("00000 RPM");
-    const int number = fontMetrics().horizontalAdvance(speed) + 2 * CellTextDelegate::margin;
     for (const int column :
          {FanTableModel::speedColumn, FanTableModel::minimumColumn, FanTableModel::maximumColumn})
-        horizontalHeader()->resizeSection(column,
-                                          std::max(number, horizontalHeader()->sectionSizeHint(column)));
+        horizontalHeader()->resizeSection(
+            column, std::max(speedWidth(), horizontalHeader()->sectionSizeHint(column)));
     horizontalHeader()->resizeSection(
         FanTableModel::nameColumn,
         std::clamp(sizeHintForColumn(FanTableModel::nameColumn), character * 12, character * 28));
+    hideWhatDoesNotFit();
 }
 
 QSize FanTable::sizeHint() const {
@@ -73,6 +73,27 @@ QSize FanTable::sizeHint() const {
 
 QSize FanTable::minimumSizeHint() const {
     return {fontMetrics().averageCharWidth() * 24, sizeHint().height()};
+}
+
+void FanTable::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    hideWhatDoesNotFit();
+}
+
+void FanTable::hideWhatDoesNotFit() {
+    if (model() == nullptr) return;
+    // The bar tells the limits too, in its tool tip.
+    const int shortestBar = fontMetrics().averageCharWidth() * 14;
+    int room = viewport()->width() - columnWidth(FanTableModel::nameColumn) -
+               columnWidth(FanTableModel::speedColumn) - shortestBar;
+    constexpr std::array limits{FanTableModel::minimumColumn, FanTableModel::maximumColumn};
+    for (const int column : limits)
+        room -= std::max(horizontalHeader()->sectionSizeHint(column), speedWidth());
+    for (const int column : limits) setColumnHidden(column, room < 0);
+}
+
+int FanTable::speedWidth() const {
+    return fontMetrics().horizontalAdvance(QStringLiteral("00000 RPM")) + 2 * CellTextDelegate::margin;
 }
 
 void FanTable::changeEvent(QEvent* event) {

@@ -19,10 +19,13 @@ class FanTable final : public QTableView {
 
   protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void adaptRowHeight();
     void fitColumns();
+    void hideWhatDoesNotFit();
+    [[nodiscard]] int speedWidth() const;
 };
 
 }  // namespace calorivo

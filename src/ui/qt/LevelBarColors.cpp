@@ -13,7 +13,18 @@ struct ZoneColors {
 };
 
 constexpr ZoneColors onLight{0xFF2A86A8, 0xFFE3A008, 0xFFA3123F};
-constexpr ZoneColors onDark{0xFF3FA7C9, 0xFFF5BD3D, 0xFFFF5D8F};
+constexpr ZoneColors onDark{0xFF2F87A8, 0xFFF5BD3D, 0xFFFF6F9C};
+
+/// So many percent of the text's colour, the rest of the ground's.
+QColor mixed(const QPalette& palette, int percent) {
+    const QColor ground = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
+    const auto mix = [percent](int base, int over) {
+        return (base * (100 - percent) + over * percent) / 100;
+    };
+    return {mix(ground.red(), text.red()), mix(ground.green(), text.green()),
+            mix(ground.blue(), text.blue())};
+}
 
 }  // namespace
 
@@ -36,13 +47,8 @@ QColor hatchColor(const QPalette& palette) {
     return color;
 }
 
-QColor troughColor(const QPalette& palette) {
-    constexpr int textShare = 12;  // in percent
-    const QColor ground = palette.color(QPalette::Base);
-    const QColor text = palette.color(QPalette::Text);
-    const auto mixed = [](int base, int over) { return (base * (100 - textShare) + over * textShare) / 100; };
-    return QColor(mixed(ground.red(), text.red()), mixed(ground.green(), text.green()),
-                  mixed(ground.blue(), text.blue()));
-}
+QColor troughColor(const QPalette& palette) { return mixed(palette, 12); }
+
+QColor mutedTextColor(const QPalette& palette) { return mixed(palette, 65); }
 
 }  // namespace calorivo

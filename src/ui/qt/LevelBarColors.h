@@ -16,5 +16,7 @@ namespace calorivo {
 [[nodiscard]] QColor hatchColor(const QPalette& palette);
 /// The part of a bar that is not filled.
 [[nodiscard]] QColor troughColor(const QPalette& palette);
+/// For captions beside the texts that matter.
+[[nodiscard]] QColor mutedTextColor(const QPalette& palette);
 
 }  // namespace calorivo

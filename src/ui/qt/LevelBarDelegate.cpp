@@ -74,7 +74,9 @@ QSize LevelBarDelegate::sizeHint(const QStyleOptionViewItem& option, const QMode
 void paintLevelBar(QPainter& painter, const QZTemperatureLevelIndicatorCell& bar, const QRectF& frame,
                    const QPalette& palette, bool isSelected) {
     const QRectF ground = trough(frame);
-    painter.fillRect(ground, isSelected ? palette.color(QPalette::Base) : troughColor(palette));
+    // The colour of a selection may be much like that of a zone: a rim sets the bar off from it.
+    if (isSelected) painter.fillRect(frame, palette.color(QPalette::Base));
+    painter.fillRect(ground, troughColor(palette));
     QRectF filled = ground;
     filled.setWidth(ground.width() * bar.filledFraction());
     painter.fillRect(filled, levelColor(bar.zone(), palette));

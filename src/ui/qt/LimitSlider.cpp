@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QLabel>
+#include <QPainter>
 #include <QPalette>
 #include <QRect>
 #include <QStyle>
@@ -21,6 +22,7 @@ namespace {
 constexpr int oneDegree = 1;
 constexpr int aFewDegrees = 5;
 constexpr int betweenTicks = 10;
+constexpr int tickHeight = 5;
 
 bool hasTrack(const QRect& frame) {
     const Rectangle inside{static_cast<double>(frame.x()), static_cast<double>(frame.y()),
@@ -34,8 +36,6 @@ LimitSlider::LimitSlider(QWidget* parent) : QSlider(Qt::Horizontal, parent) {
     setRange(lowest, highest);
     setSingleStep(oneDegree);
     setPageStep(aFewDegrees);
-    setTickInterval(betweenTicks);
-    setTickPosition(TicksBelow);
 }
 
 int LimitSlider::xOfValue(int value) const {
@@ -52,19 +52,7 @@ void LimitSlider::paintEvent(QPaintEvent* /*event*/) {
     initStyleOption(&option);
     option.subControls = QStyle::SC_SliderHandle;
     if (hasTrack(rect())) option.subControls |= QStyle::SC_SliderGroove;
-    drawTicks(painter);
     painter.drawComplexControl(QStyle::CC_Slider, option);
-}
-
-void LimitSlider::drawTicks(QPainter& painter) const {
-    // In the colour of texts: without a track they are all there is to see of the ruler, and a style may draw
-    // its own so faintly that a dark background swallows them.
-    constexpr int tickHeight = 5;
-    constexpr double half = 0.5;
-    QColor color = palette().color(QPalette::WindowText);
-    color.setAlphaF(half);
-    for (int value = lowest; value <= highest; value += tickInterval())
-        painter.fillRect(xOfValue(value), height() - tickHeight, 1, tickHeight, color);
 }
 
 LimitScale::LimitScale(const std::array<const char*, labelCount>& names, QWidget* parent)
@@ -89,7 +77,18 @@ void LimitScale::setIntValue(std::size_t label, std::int32_t celsius) {
 QSize LimitScale::sizeHint() const {
     constexpr int charactersWide = 44;
     return {charactersWide * fontMetrics().averageCharWidth(),
-            slider_.sizeHint().height() + labels_.front()->sizeHint().height()};
+            slider_.sizeHint().height() + tickHeight + labels_.front()->sizeHint().height()};
+}
+
+void LimitScale::paintEvent(QPaintEvent* /*event*/) {
+    // In the colour of texts: without a track they are all there is to see of the ruler, and a style may draw
+    // its own so faintly that a dark background swallows them.
+    constexpr float half = 0.5F;
+    QColor color = palette().color(QPalette::WindowText);
+    color.setAlphaF(half);
+    QPainter painter(this);
+    for (int value = LimitSlider::lowest; value <= LimitSlider::highest; value += betweenTicks)
+        painter.fillRect(slider_.xOfValue(value), slider_.height(), 1, tickHeight, color);
 }
 
 void LimitScale::resizeEvent(QResizeEvent* event) {
@@ -103,7 +102,7 @@ void LimitScale::placeLabels() {
         const QSize size = label->sizeHint();
         const int middle = slider_.xOfValue(label->text().toInt());
         const int left = std::clamp(middle - size.width() / 2, 0, std::max(0, width() - size.width()));
-        label->setGeometry(left, slider_.height(), size.width(), size.height());
+        label->setGeometry(left, slider_.height() + tickHeight, size.width(), size.height());
     }
 }
 

@@ -10,13 +10,12 @@
 QT_BEGIN_NAMESPACE
 class QLabel;
 class QPaintEvent;
-class QPainter;
 class QResizeEvent;
 QT_END_NAMESPACE
 
 namespace calorivo {
 
-/// A slider of limits, from 40 to 100 °C: a knob on a ruler, without a track.
+/// A slider of limits, from 40 to 100 °C: a knob without a track.
 class LimitSlider final : public QSlider {
     Q_OBJECT
 
@@ -31,12 +30,9 @@ class LimitSlider final : public QSlider {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
-
-  private:
-    void drawTicks(QPainter& painter) const;
 };
 
-/// A limit slider with three numbers below it, each at its place on the ruler.
+/// A limit slider on a ruler with a tick for every ten degrees, and three numbers, each at its place.
 class LimitScale final : public QWidget {
     Q_OBJECT
 
@@ -54,6 +50,7 @@ class LimitScale final : public QWidget {
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
   protected:
+    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:

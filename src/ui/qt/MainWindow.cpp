@@ -92,6 +92,10 @@ void MainWindow::buildLayout() {
     splitter_->addWidget(details_);
     splitter_->setStretchFactor(1, 1);
     details_->hide();
+    for (const int handle : {1, 2}) {
+        splitter_->handle(handle)->setAutoFillBackground(true);
+        splitter_->handle(handle)->setBackgroundRole(QPalette::Mid);
+    }
 
     auto* const everything = new QWidget;
     QVBoxLayout* const page = stacked(everything);

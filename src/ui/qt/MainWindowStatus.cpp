@@ -2,7 +2,6 @@
 
 #include "ui/qt/MainWindowText.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 #include <QFileInfo>
 #include <QPaintEvent>
@@ -20,12 +19,11 @@ constexpr int margin = 8;
 }  // namespace
 
 QString sourceInWords(std::string_view sourceName, const QString& sourceDetail) {
-    const auto translated = [](const char* text) { return QCoreApplication::translate("Source", text); };
-    if (sourceName == "applesmc") return translated("Apple SMC");
-    if (sourceName == "simulated") return translated("Simulated Mac");
+    if (sourceName == "applesmc") return MainWindowStatus::tr("Apple SMC");
+    if (sourceName == "simulated") return MainWindowStatus::tr("Simulated Mac");
     if (sourceName == "keysfile")
-        return translated("Keys file %1").arg(QFileInfo(sourceDetail).fileName()).trimmed();
-    if (sourceName == "none" || sourceName.empty()) return translated("No sensors");
+        return MainWindowStatus::tr("Keys file %1").arg(QFileInfo(sourceDetail).fileName()).trimmed();
+    if (sourceName == "none" || sourceName.empty()) return MainWindowStatus::tr("No sensors");
     return asQString(sourceName);
 }
 

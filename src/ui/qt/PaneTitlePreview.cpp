@@ -9,10 +9,10 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QRegularExpression>
 #include <QShowEvent>
 #include <QStyle>
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -36,12 +36,10 @@ constexpr std::array titleKeys{"showTempInMenuBar",
                                "avgCPUTempAsString",
                                "avgRPMAsString"};
 
-/// The digits of the first reading, which is what fits into an icon.
+/// The first number, which is what fits into an icon.
 QString digitsOf(const QString& title) {
-    const auto end = std::find_if(title.begin(), title.end(), [](QChar character) {
-        return !character.isDigit() && character != QLatin1Char('-');
-    });
-    return title.left(end - title.begin());
+    static const QRegularExpression number(QStringLiteral("(?<![0-9])-?[0-9]+"));
+    return number.match(title).captured();
 }
 
 }  // namespace
@@ -92,7 +90,8 @@ void PaneTitlePreview::refresh() {
     const bool isInside =
         desktopKeys_.valueForKey("titlePlace").intValue() == static_cast<int>(TitlePlace::insideIcon);
     const QString shown = isInside ? digitsOf(title) : title;
-    const bool hasIcon = keys_.valueForKey("showAppIcon").boolValue() && (!isInside || shown.isEmpty());
+    // Nobody would find an item that shows nothing at all.
+    const bool hasIcon = shown.isEmpty() || (!isInside && keys_.valueForKey("showAppIcon").boolValue());
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     icon_.setPixmap(
         templateIcon(QStringLiteral("NewIcon_16px")).pixmap(QSize(size, size), devicePixelRatioF()));
@@ -101,7 +100,7 @@ void PaneTitlePreview::refresh() {
     if (keys_.valueForKey("useSmallerMenuFont").boolValue())
         shownFont.setPointSizeF(shownFont.pointSizeF() * smaller);
     text_.setFont(shownFont);
-    text_.setText(shown.isEmpty() && !hasIcon ? tr("Nothing") : shown);
+    text_.setText(shown);
 }
 
 }  // namespace calorivo

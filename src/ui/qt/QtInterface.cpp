@@ -105,12 +105,13 @@ void QtInterface::setLevel(WindowName name, WindowLevel level) {
 }
 
 void QtInterface::setStatusAboutMenuItemTitle(const std::string& title) {
-    actions_.statusAbout->setText(QString::fromStdString(title));
+    actions_.setStatusAboutMenuItemTitle(title);
 }
 
 void QtInterface::showAbout() {
     if (about_.isNull()) {
         about_ = new AboutWindow(version_, &main_);
+        if (delegate_ != nullptr) about_->attach(actions_, delegate_->links());
         about_->setAttribute(Qt::WA_DeleteOnClose);
     }
     bringToFront(*about_);

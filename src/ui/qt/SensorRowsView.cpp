@@ -3,11 +3,11 @@
 #include "ui/qt/CellTextDelegate.h"
 #include "ui/qt/LevelBarDelegate.h"
 #include "ui/qt/SensorTableModel.h"
+#include "ui/qt/TableHeader.h"
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStringList>
@@ -42,7 +42,7 @@ SensorRowsView::SensorRowsView(QWidget* parent) : QTableView(parent) {
     setFrameShape(NoFrame);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setHighlightSections(false);
+    setHorizontalHeader(new TableHeader(this));
     horizontalHeader()->setStretchLastSection(true);
     adaptRowHeight();
 }

@@ -287,7 +287,8 @@ TEST_F(DBusNotificationsTest, ShowsATest) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return notifications->pending() == 0; }));
     ASSERT_EQ(server->shown.size(), 1);
     EXPECT_EQ(server->shown.front().title, QStringLiteral("Notifications work"));
-    EXPECT_EQ(server->shown.front().body, QStringLiteral("A temperature above its limit is told like this."));
+    EXPECT_EQ(server->shown.front().body,
+              QStringLiteral("This is how a temperature above its limit is announced."));
 }
 
 TEST_F(DBusNotificationsTest, IsSilentWithoutASessionBus) {

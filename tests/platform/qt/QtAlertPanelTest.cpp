@@ -47,6 +47,7 @@ TEST(QtAlertPanel, ShowsTheTextsAsTheyStand) {
         EXPECT_EQ(box.informativeText().toStdString(), question.informativeText);
         for (const QLabel* const label : box.findChildren<QLabel*>())
             EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
+        EXPECT_TRUE(box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->font().bold());
         EXPECT_EQ(box.windowModality(), Qt::ApplicationModal);
         pressEscape(box);
     });

@@ -145,6 +145,20 @@ TEST_F(QtStatusBarTest, HasALabelOnlyWithATitleWhereALabelHidesTheIcon) {
     EXPECT_EQ(shown().label, std::nullopt);
 }
 
+TEST_F(QtStatusBarTest, MeetsAPanelAgainThatWouldNotPutTheIconBack) {
+    StatusBarItem& item = itemOn(mateName);
+    item.setTitle("45°C");
+    const QString name = service();
+    EXPECT_EQ(shown().label, QStringLiteral("45°C"));
+    item.setTitle("");
+    EXPECT_EQ(shown().label, std::nullopt);
+    EXPECT_NE(service(), name);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !isOnBus(name); }));
+    item.setTitle("46°C");
+    EXPECT_EQ(shown().label, QStringLiteral("46°C"));
+    EXPECT_EQ(watcher_->registrations().size(), 2);
+}
+
 TEST_F(QtStatusBarTest, DrawsTheFirstTemperatureIntoTheIconElsewhere) {
     StatusBarItem& item = itemOn({});
     item.setImage(image);

@@ -1,5 +1,6 @@
 #include "platform/qt/QtWorkspace.h"
 
+#include "platform/FileURL.h"
 #include "platform/linux/TemporaryFolder.h"
 #include "support/QtPrivateBus.h"
 
@@ -110,7 +111,8 @@ TEST(QtWorkspace, ShowsFilesInTheProgramForFolders) {
     ASSERT_TRUE(server.registerService(QStringLiteral("org.freedesktop.FileManager1")));
     const Desk desk;
     QtWorkspace workspace = desk.workspace(bus.connect(QStringLiteral("client")));
-    workspace.activateFileViewerSelectingURLs({fileURL("/a b/c"), "https://example.org", fileURL("/d")});
+    workspace.activateFileViewerSelectingURLs(
+        {fileURLWithPath("/a b/c"), "https://example.org", fileURLWithPath("/d")});
     EXPECT_TRUE(QTest::qWaitFor([&manager] { return !manager.shown.isEmpty(); }));
     EXPECT_EQ(manager.shown, (QStringList{QStringLiteral("file:///a%20b/c"), QStringLiteral("file:///d")}));
     QCoreApplication::processEvents();
@@ -122,12 +124,12 @@ TEST(QtWorkspace, OpensTheFolderWhereNoProgramShowsFiles) {
     for (const QDBusConnection& connection : {noBus(), bus.connect(QStringLiteral("client"))}) {
         const Desk desk;
         QtWorkspace workspace = desk.workspace(connection);
-        workspace.activateFileViewerSelectingURLs({fileURL("/a b/c"), fileURL("/d/e")});
-        EXPECT_EQ(desk.opened(), "1\nfile:///a%20b\ntoken \n");
+        workspace.activateFileViewerSelectingURLs({fileURLWithPath("/a b/c"), fileURLWithPath("/d/e")});
+        EXPECT_EQ(desk.opened(), "1\nfile:///a%20b/\ntoken \n");
     }
     const Desk desk;
     QtWorkspace workspace = desk.workspace(noBus());
-    workspace.activateFileViewerSelectingURLs({fileURL("/d")});
+    workspace.activateFileViewerSelectingURLs({fileURLWithPath("/d")});
     EXPECT_EQ(desk.opened(), "1\nfile:///\ntoken \n");
 }
 

@@ -23,7 +23,7 @@ class KeyBindingTest : public testing::Test {
     KeyBindingTest() {
         keys.define("flag", flag, [this](bool isSet) {
             assigned.push_back(isSet ? 1 : 0);
-            flag = isSet && !refuses;
+            if (!refuses) flag = isSet;
         });
         keys.define("number", number, [this](std::int32_t value) {
             assigned.push_back(value);

@@ -37,25 +37,25 @@ TEST(LimitSlider, LetsTheStyleDrawItsKnobAndNoTrack) {
     EXPECT_EQ(style.drawn, (std::vector<QStyle::SubControls>{QStyle::SC_SliderHandle}));
 }
 
-TEST(LimitSlider, ItsTicksAreSeenOnEveryBackground) {
-    for (const QColor background : {QColor(250, 250, 250), QColor(30, 30, 30)}) {
-        LimitSlider slider;
-        slider.setPalette(QPalette(background));
-        slider.resize(300, slider.sizeHint().height());
-        const QImage image = slider.grab().toImage();
-        for (const int value : {40, 50, 100}) {
-            const int lightness = image.pixelColor(slider.xOfValue(value), image.height() - 2).lightness();
-            EXPECT_GT(std::abs(lightness - background.lightness()), 80) << value;
-        }
-        const QColor between = image.pixelColor(slider.xOfValue(45), image.height() - 2);
-        EXPECT_EQ(between, background);
-    }
-}
-
 TEST(LimitSlider, RunsFrom40To100Degrees) {
     LimitSlider slider;
     EXPECT_EQ(slider.minimum(), 40);
     EXPECT_EQ(slider.maximum(), 100);
+}
+
+TEST(LimitScale, ItsTicksAreSeenOnEveryBackground) {
+    for (const QColor background : {QColor(250, 250, 250), QColor(30, 30, 30)}) {
+        LimitScale scale({"low", "med", "high"}, nullptr);
+        scale.setPalette(QPalette(background));
+        scale.resize(scale.sizeHint());
+        const QImage image = scale.grab().toImage();
+        const int below = scale.slider().height() + 2;
+        for (const int value : {40, 50, 100}) {
+            const int lightness = image.pixelColor(scale.slider().xOfValue(value), below).lightness();
+            EXPECT_GT(std::abs(lightness - background.lightness()), 80) << value;
+        }
+        EXPECT_EQ(image.pixelColor(scale.slider().xOfValue(45), below), background);
+    }
 }
 
 TEST(LimitScale, PutsEachNumberBelowItsPlaceOnTheRuler) {

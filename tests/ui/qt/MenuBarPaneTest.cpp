@@ -163,7 +163,7 @@ TEST_F(MenuBarPaneTest, PreviewsTheTitleWithEverySetting) {
     EXPECT_EQ(preview(), "104 1800");
     assign("showFanInMenuBar", false);
     assign("showTempInMenuBar", false);
-    EXPECT_EQ(preview(), "Nothing");
+    EXPECT_EQ(preview(), "[icon] ") << "an item is never empty";
 }
 
 TEST_F(MenuBarPaneTest, ThePreviewFollowsTheReadings) {
@@ -171,6 +171,16 @@ TEST_F(MenuBarPaneTest, ThePreviewFollowsTheReadings) {
     application.machine.ioKit.smc.setTemperature("TC0P", 77);
     delegate().checkCycle().checkTimerFired();
     EXPECT_EQ(preview(), "[icon] 77°C");
+}
+
+TEST_F(MenuBarPaneTest, InsideTheIconThePreviewShowsTheFirstNumber) {
+    settings.titlePlace = 2;
+    assign("showFanInMenuBar", true);
+    application.machine.ioKit.smc.setTemperature("TC0P", 0);
+    delegate().checkCycle().checkTimerFired();
+    EXPECT_EQ(preview(), "1800") << "of N/A / 1800 RPM";
+    assign("showFanInMenuBar", false);
+    EXPECT_EQ(preview(), "[icon] ");
 }
 
 TEST_F(MenuBarPaneTest, ThePreviewShowsTheSmallerFont) {

@@ -118,6 +118,12 @@ TEST_F(PreferencesLayoutTest, TheTabKeyReachesEveryControlFromTopToBottom) {
     });
 }
 
+TEST_F(PreferencesLayoutTest, FitsASmallScreen) {
+    start();
+    EXPECT_LE(window.minimumSizeHint().width(), 800);
+    EXPECT_LE(window.minimumSizeHint().height(), 540);
+}
+
 /// The texts of the window that do not fit where they stand.
 std::string clippedTexts(const QWidget& window) {
     std::string clipped;

@@ -14,7 +14,9 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // How the preferences window as a whole behaves: every key has its control, panes, closing.
@@ -213,6 +215,15 @@ TEST_F(PreferencesWindowTest, TheKeyboardGoesToTheNextPaneAndStopsAtTheLast) {
     EXPECT_EQ(shownPane(), "4 General");
     for (int count = 0; count < 6; ++count) QTest::keyClick(&window, Qt::Key_PageUp, Qt::ControlModifier);
     EXPECT_EQ(shownPane(), "0 Temperature");
+}
+
+TEST_F(PreferencesWindowTest, TheKeyboardGoesToThePanesFirstControlUnlessItWalksAlongTheToolBar) {
+    EXPECT_EQ(window.focusWidget()->objectName(), QStringLiteral("tempUnit0"));
+    QTest::keyClick(&window, Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(window.focusWidget()->objectName(), QStringLiteral("showTempInMenuBar"));
+    toolBarButton("Log").setFocus();
+    QTest::keyClick(&toolBarButton("Log"), Qt::Key_Space);
+    EXPECT_EQ(window.focusWidget(), &toolBarButton("Log"));
 }
 
 TEST_F(PreferencesWindowTest, DoesNotChangeItsSizeWithThePane) {

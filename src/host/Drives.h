@@ -1,0 +1,54 @@
+#pragma once
+
+#include "host/SourceOptions.h"
+#include "monitor/DriveTemperatures.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace calorivo {
+
+/// More about a drive than its dictionary holds; also about one that is left out of the list.
+struct DriveDetails {
+    std::string model;
+    /// Trimmed.
+    std::string serial;
+    /// As the system calls it: "sda".
+    std::string device;
+    /// °C; none when the drive has told none.
+    std::optional<std::int32_t> celsius;
+    /// Where the temperature came from: "drivetemp", "nvme", "smart" or "nvme log"; empty without one.
+    std::string source;
+    /// It sleeps and was not woken: the temperature, if any, is the one before it fell asleep.
+    bool isAsleep = false;
+    /// It is in the list of drives. One that refuses SMART is there without a temperature.
+    bool isListed = false;
+    /// Why there is no temperature; empty when there is one.
+    std::string trouble;
+    friend bool operator==(const DriveDetails&, const DriveDetails&) = default;
+};
+
+/// The drives of the machine that is shown, and what else is known of them.
+class Drives : public SmartController {
+  public:
+    /// As of the last update(). Any thread.
+    [[nodiscard]] virtual std::vector<DriveDetails> details() const = 0;
+};
+
+/// The drives of the source that the options name: this machine's, or those of a recorded tree; null where
+/// the source has none (a keys file, the simulation). An update takes at most `patience`, and destroying it
+/// never waits, whatever a drive does. `reader` is the program that reads drives for this one, in a process
+/// of its own: any whose main() begins with runAsDriveReader(); see driveReaderProgram().
+[[nodiscard]] std::unique_ptr<Drives> makeDrives(
+    const SourceOptions& options, const std::string& reader,
+    std::chrono::nanoseconds patience = std::chrono::milliseconds(500));
+
+/// The terminal program beside the running one, which starts quicker than a desktop program; the running one
+/// where there is none.
+[[nodiscard]] std::string driveReaderProgram();
+
+}  // namespace calorivo

@@ -1,0 +1,175 @@
+#include "platform/linux/DriveRead.h"
+
+#include "platform/linux/DriveBlocks.h"
+#include "platform/linux/DriveScan.h"
+#include "platform/linux/HwmonScan.h"
+#include "platform/linux/SgIo.h"
+#include "platform/linux/Sysfs.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <string_view>
+
+namespace calorivo {
+
+namespace {
+
+/// A reading of the kernel's, or why there is none.
+struct KernelTemperature {
+    int celsius = 0;
+    int error = ENOENT;
+};
+
+bool isSuspended(int device) {
+    return isAsleepStatus(readAttribute(device, "power/runtime_status").value_or(""));
+}
+
+/// The temperature of the chip with this name in a folder: "hwmon3" in there.
+KernelTemperature chipTemperature(int folder, std::string_view chipName) {
+    // Kelvin's odd 0.15 degrees are lost on the way from whole kelvins: 37850 is 311 K, which is 38 °C.
+    constexpr long roundingUp = 150;
+    constexpr long lowest = -40'000;
+    constexpr long highest = 150'000;
+    for (const std::string& name : namesInFolder(folder)) {
+        if (!name.starts_with("hwmon")) continue;
+        const FileDescriptor chip = openFolderAt(folder, name.c_str());
+        if (!chip.isOpen() || readAttribute(chip.get(), "name") != chipName) continue;
+        const FileDescriptor input = openAttribute(chip.get(), "temp1_input");
+        if (!input.isOpen()) return {0, errno};
+        const AttributeReading reading = readOpenNumber(input.get());
+        if (reading.error != 0) return {0, reading.error};
+        // A status of the drive may come in the place of a temperature.
+        if (reading.value < lowest || reading.value > highest) return {0, ERANGE};
+        return {static_cast<int>((reading.value + roundingUp) / 1000), 0};
+    }
+    return {};
+}
+
+void setTemperature(DriveReading& reading, DriveSource source, int celsius) {
+    reading.source = source;
+    reading.smart = temperatureBlock(celsius);
+    reading.isSwitchedOn = reading.hasStatus = reading.hasData = true;
+}
+
+std::string trimmedBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
+}
+
+/// What the kernel has kept of the drive's identify data; else as much as it tells in other places.
+void identifyDisk(int device, DriveReading& reading) {
+    constexpr std::size_t identifyBegin = 60;
+    const auto page = readAttribute(device, "vpd_pg89");
+    // The last byte may be a line feed, which reading an attribute takes off.
+    if (page && page->size() + 1 >= identifyBegin + ataBlockSize) {
+        const std::string block = page->substr(identifyBegin, ataBlockSize);
+        std::copy(block.begin(), block.end(), reading.identify.begin());
+        if (block.size() < ataBlockSize) reading.identify.back() = '\n';
+        reading.hasIdentify = true;
+        return;
+    }
+    constexpr std::size_t serialBegin = 4;
+    const auto model = readAttribute(device, "model");
+    const auto serial = readAttribute(device, "vpd_pg80");
+    if (!model || !serial || serial->size() <= serialBegin) return;
+    reading.identify = identifyBlock(trimmedBlanks(*model), trimmedBlanks(serial->substr(serialBegin)));
+    reading.hasIdentify = true;
+}
+
+/// By the drive's own SMART commands. Nothing is switched on or off: the drive would keep it for good, and
+/// other programs rely on it.
+void readSmart(AtaDevice& disk, DriveReading& reading) {
+    reading.error = disk.read(ataIdentifyDevice, reading.identify);
+    if (reading.error != 0) return;
+    reading.hasIdentify = true;
+    reading.source = DriveSource::smart;
+    reading.isSwitchedOn = isSmartSwitchedOn(reading.identify);
+    if (!reading.isSwitchedOn) return;
+    AtaRegisters registers;
+    reading.error = disk.ask(ataSmartReturnStatus, registers);
+    reading.hasStatus = reading.error == 0 || reading.error == ENODATA;
+    if (!reading.hasStatus) return;
+    AtaBlock smart{};
+    reading.error = disk.read(ataSmartReadData, smart);
+    reading.hasData = reading.error == 0;
+    if (reading.hasData) reading.smart = withoutWearAttribute(reading.identify, smart);
+}
+
+DriveReading readDisk(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
+    DriveReading reading;
+    // Held open, the folder stays this drive's, whoever gets its name meanwhile.
+    const FileDescriptor device = openFolder(roots.sys + "/block/" + name + "/device");
+    if (!device.isOpen()) {
+        reading.error = ENODEV;
+        return reading;
+    }
+    identifyDisk(device.get(), reading);
+    reading.isAsleep = isSuspended(device.get());
+    if (reading.isAsleep) return reading;  // to open it would already wake it
+
+    int refusal = ENOENT;
+    const auto disk = roots.dev.empty() ? nullptr : devices.openAta(roots.dev + "/" + name, refusal);
+    AtaRegisters power;
+    const int powerError = disk ? disk->ask(ataCheckPowerMode, power) : refusal;
+    reading.isAsleep = powerError == 0 && isStandby(power);
+    if (reading.isAsleep) return reading;
+
+    const FileDescriptor chips = openFolderAt(device.get(), "hwmon");
+    const KernelTemperature temperature =
+        chips.isOpen() ? chipTemperature(chips.get(), "drivetemp") : KernelTemperature{};
+    if (temperature.error == 0 && reading.hasIdentify)
+        setTemperature(reading, DriveSource::drivetemp, temperature.celsius);
+    else if (disk && powerError != EPERM && powerError != EACCES)
+        readSmart(*disk, reading);
+    else
+        reading.error = temperature.error != ENOENT ? temperature.error : powerError;
+    return reading;
+}
+
+/// The chip stands in the drive's own folder, in older kernels in its PCI device's.
+KernelTemperature nvmeTemperature(int drive, int device) {
+    const KernelTemperature temperature = chipTemperature(drive, "nvme");
+    if (temperature.error != ENOENT || device < 0) return temperature;
+    const FileDescriptor chips = openFolderAt(device, "hwmon");
+    return chips.isOpen() ? chipTemperature(chips.get(), "nvme") : temperature;
+}
+
+DriveReading readNvme(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
+    DriveReading reading;
+    const FileDescriptor folder = openFolder(roots.sys + "/class/nvme/" + name);
+    const auto model = folder.isOpen() ? readAttribute(folder.get(), "model") : std::nullopt;
+    const auto serial = folder.isOpen() ? readAttribute(folder.get(), "serial") : std::nullopt;
+    if (!model || !serial) {
+        reading.error = ENODEV;
+        return reading;
+    }
+    reading.identify = identifyBlock(trimmedBlanks(*model), trimmedBlanks(*serial));
+    reading.hasIdentify = true;
+    const FileDescriptor device = openFolderAt(folder.get(), "device");
+    reading.isAsleep = device.isOpen() && isSuspended(device.get());
+    if (reading.isAsleep) return reading;
+    // While it is being reset the drive would hold whoever asks it.
+    if (readAttribute(folder.get(), "state").value_or("live") != "live") {
+        reading.error = ENODEV;
+        return reading;
+    }
+    if (const auto temperature = nvmeTemperature(folder.get(), device.get()); temperature.error == 0) {
+        setTemperature(reading, DriveSource::nvme, temperature.celsius);
+        return reading;
+    }
+    NvmeSmartLog log{};
+    reading.error = roots.dev.empty() ? ENOENT : devices.readLog(roots.dev + "/" + name, log);
+    if (reading.error == 0) setTemperature(reading, DriveSource::smartLog, temperatureInNvmeLog(log));
+    return reading;
+}
+
+}  // namespace
+
+DriveDevices systemDriveDevices() { return {openSgIo, readNvmeLog}; }
+
+DriveReading readDrive(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
+    return isNvmeName(name) ? readNvme(name, roots, devices) : readDisk(name, roots, devices);
+}
+
+}  // namespace calorivo

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/linux/AtaCommand.h"
+#include "platform/linux/DriveReading.h"
+#include "platform/linux/NvmeLog.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace calorivo {
+
+/// Where the drives are. Without `dev` no device is opened: what a recorded machine is read by.
+struct DriveRoots {
+    std::string sys = "/sys";
+    std::string dev = "/dev";
+};
+
+/// The ways to a drive that need a privilege.
+struct DriveDevices {
+    std::function<std::unique_ptr<AtaDevice>(const std::string& path, int& error)> openAta;
+    std::function<int(const std::string& path, NvmeSmartLog& log)> readLog;
+};
+/// Those of the system.
+[[nodiscard]] DriveDevices systemDriveDevices();
+
+/// Reads the drive of this name ("sda", "nvme0") from the best source that it has. A drive that sleeps is
+/// left alone. May block for as long as the drive likes.
+[[nodiscard]] DriveReading readDrive(const std::string& name, const DriveRoots& roots,
+                                     const DriveDevices& devices);
+
+}  // namespace calorivo
