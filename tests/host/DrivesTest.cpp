@@ -85,8 +85,10 @@ TEST(Drives, SayWhyThereIsNoTemperature) {
     EXPECT_EQ(others->details(), (Details{{"SAMPLE DISK", "A1", "sda", {}, "", true, false, "it sleeps"}}));
     const auto unread = makeDrives(recorded(tree), "/nowhere/reader", ample);
     unread->update();
-    EXPECT_EQ(unread->details(),
-              (Details{{"", "", "sda", {}, "", false, false, "the reader of drives cannot be started"}}));
+    EXPECT_EQ(
+        unread->details(),
+        (Details{
+            {"SAMPLE DISK", "A1", "sda", {}, "", false, false, "the reader of drives cannot be started"}}));
     EXPECT_EQ(unread->allDisks(), Dictionaries{});
 }
 

@@ -86,6 +86,8 @@ class Bench:
         for tool, command in {
             "gcc": ["gcc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror", "-fPIC", "-shared"]
             + ["-o", self.work / "smc-device.so", HERE / "smc-device.c"],
+            "cc": ["cc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror", "-static"]
+            + ["-o", self.work / "ata-drive", HERE / "ata-drive.c"],
             "iasl": ["iasl", "-p", self.work / "thermal-zone", HERE / "thermal-zone.asl"],
         }.items():
             if not shutil.which(tool):
@@ -100,6 +102,7 @@ class Bench:
         shutil.copytree(HERE / "guest", folder / "bin")
         (folder / "bin" / "init").rename(folder / "init")
         shutil.copy(program, folder / "bin" / "calorivo-cli")
+        shutil.copy(self.work / "ata-drive", folder / "bin" / "ata-drive")
         shutil.copytree(ROOT / "data", folder / "share" / "calorivo")
         for word in subprocess.run(["ldd", program], capture_output=True, text=True).stdout.split():
             if word.startswith("/"):

@@ -1,6 +1,7 @@
 #include "platform/linux/AtaSmartDrives.h"
 
 #include "platform/linux/DriveBlocks.h"
+#include "platform/linux/DriveRead.h"
 
 #include <algorithm>
 #include <set>
@@ -122,6 +123,11 @@ void AtaSmartDrives::take(ListedDrive& drive, const DriveAnswer& answer) {
     else
         shown = answer.reading;
     shown.isAsleep = answer.reading.isAsleep;
+    if (shown.hasIdentify) return;
+    // Also one that does not answer should be called by its name.
+    const auto identify = identifyDrive(drive.located.name, sys_);
+    shown.hasIdentify = identify.has_value();
+    if (identify) shown.identify = *identify;
 }
 
 io_object_t AtaSmartDrives::IOIteratorNext(io_iterator_t iterator) {

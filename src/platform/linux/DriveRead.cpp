@@ -57,31 +57,54 @@ std::string trimmedBlanks(std::string_view text) {
     return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
 }
 
-/// What the kernel has kept of the drive's identify data; else as much as it tells in other places.
-void identifyDisk(int device, DriveReading& reading) {
-    constexpr std::size_t identifyBegin = 60;
+/// An ATA drive's page 89h holds its identify data; the last byte may be a line feed, which reading an
+/// attribute takes off.
+std::optional<AtaBlock> identifyDataInPage(std::string_view page) {
+    constexpr std::size_t begin = 60;
+    if (page.size() + 1 < begin + ataBlockSize) return std::nullopt;
+    AtaBlock block;
+    block.back() = '\n';
+    page = page.substr(begin, ataBlockSize);
+    std::copy(page.begin(), page.end(), block.begin());
+    return block;
+}
+
+std::optional<AtaBlock> identifyDisk(int device) {
     const auto page = readAttribute(device, "vpd_pg89");
-    // The last byte may be a line feed, which reading an attribute takes off.
-    if (page && page->size() + 1 >= identifyBegin + ataBlockSize) {
-        const std::string block = page->substr(identifyBegin, ataBlockSize);
-        std::copy(block.begin(), block.end(), reading.identify.begin());
-        if (block.size() < ataBlockSize) reading.identify.back() = '\n';
-        reading.hasIdentify = true;
-        return;
-    }
+    if (auto block = identifyDataInPage(page.value_or(""))) return block;
     constexpr std::size_t serialBegin = 4;
     const auto model = readAttribute(device, "model");
     const auto serial = readAttribute(device, "vpd_pg80");
-    if (!model || !serial || serial->size() <= serialBegin) return;
-    reading.identify = identifyBlock(trimmedBlanks(*model), trimmedBlanks(serial->substr(serialBegin)));
-    reading.hasIdentify = true;
+    if (!model || !serial || serial->size() <= serialBegin) return std::nullopt;
+    return identifyBlock(trimmedBlanks(*model), trimmedBlanks(serial->substr(serialBegin)));
+}
+
+std::optional<AtaBlock> identifyNvme(int folder) {
+    const auto model = readAttribute(folder, "model");
+    const auto serial = readAttribute(folder, "serial");
+    if (!model || !serial) return std::nullopt;
+    return identifyBlock(trimmedBlanks(*model), trimmedBlanks(*serial));
+}
+
+void setIdentify(DriveReading& reading, const std::optional<AtaBlock>& identify) {
+    reading.hasIdentify = identify.has_value();
+    if (identify) reading.identify = *identify;
+}
+
+FileDescriptor openDisk(const std::string& name, const std::string& sys) {
+    return openFolder(sys + "/block/" + name + "/device");
+}
+FileDescriptor openNvme(const std::string& name, const std::string& sys) {
+    return openFolder(sys + "/class/nvme/" + name);
 }
 
 /// By the drive's own SMART commands. Nothing is switched on or off: the drive would keep it for good, and
 /// other programs rely on it.
 void readSmart(AtaDevice& disk, DriveReading& reading) {
-    reading.error = disk.read(ataIdentifyDevice, reading.identify);
+    AtaBlock identify{};
+    reading.error = disk.read(ataIdentifyDevice, identify);
     if (reading.error != 0) return;
+    reading.identify = identify;
     reading.hasIdentify = true;
     reading.source = DriveSource::smart;
     reading.isSwitchedOn = isSmartSwitchedOn(reading.identify);
@@ -99,12 +122,12 @@ void readSmart(AtaDevice& disk, DriveReading& reading) {
 DriveReading readDisk(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
     DriveReading reading;
     // Held open, the folder stays this drive's, whoever gets its name meanwhile.
-    const FileDescriptor device = openFolder(roots.sys + "/block/" + name + "/device");
+    const FileDescriptor device = openDisk(name, roots.sys);
     if (!device.isOpen()) {
         reading.error = ENODEV;
         return reading;
     }
-    identifyDisk(device.get(), reading);
+    setIdentify(reading, identifyDisk(device.get()));
     reading.isAsleep = isSuspended(device.get());
     if (reading.isAsleep) return reading;  // to open it would already wake it
 
@@ -137,15 +160,12 @@ KernelTemperature nvmeTemperature(int drive, int device) {
 
 DriveReading readNvme(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
     DriveReading reading;
-    const FileDescriptor folder = openFolder(roots.sys + "/class/nvme/" + name);
-    const auto model = folder.isOpen() ? readAttribute(folder.get(), "model") : std::nullopt;
-    const auto serial = folder.isOpen() ? readAttribute(folder.get(), "serial") : std::nullopt;
-    if (!model || !serial) {
+    const FileDescriptor folder = openNvme(name, roots.sys);
+    if (folder.isOpen()) setIdentify(reading, identifyNvme(folder.get()));
+    if (!reading.hasIdentify) {
         reading.error = ENODEV;
         return reading;
     }
-    reading.identify = identifyBlock(trimmedBlanks(*model), trimmedBlanks(*serial));
-    reading.hasIdentify = true;
     const FileDescriptor device = openFolderAt(folder.get(), "device");
     reading.isAsleep = device.isOpen() && isSuspended(device.get());
     if (reading.isAsleep) return reading;
@@ -167,6 +187,12 @@ DriveReading readNvme(const std::string& name, const DriveRoots& roots, const Dr
 }  // namespace
 
 DriveDevices systemDriveDevices() { return {openSgIo, readNvmeLog}; }
+
+std::optional<AtaBlock> identifyDrive(const std::string& name, const std::string& sys) {
+    const FileDescriptor folder = isNvmeName(name) ? openNvme(name, sys) : openDisk(name, sys);
+    if (!folder.isOpen()) return std::nullopt;
+    return isNvmeName(name) ? identifyNvme(folder.get()) : identifyDisk(folder.get());
+}
 
 DriveReading readDrive(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
     return isNvmeName(name) ? readNvme(name, roots, devices) : readDisk(name, roots, devices);

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace calorivo {
@@ -23,6 +24,10 @@ struct DriveDevices {
 };
 /// Those of the system.
 [[nodiscard]] DriveDevices systemDriveDevices();
+
+/// What the kernel has kept of the drive's identify data, or a block made of what it tells elsewhere; none
+/// for a drive that is gone. Asks the drive for nothing.
+[[nodiscard]] std::optional<AtaBlock> identifyDrive(const std::string& name, const std::string& sys);
 
 /// Reads the drive of this name ("sda", "nvme0") from the best source that it has. A drive that sleeps is
 /// left alone. May block for as long as the drive likes.

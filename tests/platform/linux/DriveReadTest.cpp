@@ -60,7 +60,8 @@ struct FakeDevices {
         }
         int read(const AtaCommand& command, AtaBlock& data) override {
             const int error = answer(command);
-            if (error == 0) data = command == ataIdentifyDevice ? devices.identify : devices.smart;
+            data = command == ataIdentifyDevice ? devices.identify : devices.smart;
+            if (error != 0) data.fill(0x3F);  // a failing drive may leave anything there
             return error;
         }
         int ask(const AtaCommand& command, AtaRegisters& registers) override {
@@ -247,6 +248,15 @@ TEST_F(DriveRead, TakesIdentifyDataWholeWhateverItsLastByteIs) {
     page.append(identify.begin(), identify.end());
     tree.file(disk.device() + "/vpd_pg89", page);
     EXPECT_EQ(read().identify, identify);
+}
+
+TEST_F(DriveRead, IdentifiesDrivesWithoutAskingThem) {
+    addDisk(tree, disk);
+    addNvme(tree, nvme);
+    EXPECT_EQ(identifyDrive("sda", tree.root()), identifyData("SAMPLE DISK", "A1"));
+    EXPECT_EQ(identifyDrive("nvme0", tree.root()), identifyData("SAMPLE NVME", "N1"));
+    EXPECT_EQ(identifyDrive("sdb", tree.root()), std::nullopt);
+    EXPECT_EQ(identifyDrive("nvme1", tree.root()), std::nullopt);
 }
 
 TEST_F(DriveRead, KnowsNothingOfADriveThatIsGone) {
