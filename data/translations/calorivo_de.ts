@@ -103,6 +103,13 @@
     </message>
 </context>
 <context>
+    <name>SuppressibleBox</name>
+    <message>
+        <source>Do not ask again</source>
+        <translation>Nicht mehr fragen</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::AboutWindow</name>
     <message>
         <source>About Calorivo</source>
