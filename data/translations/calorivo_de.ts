@@ -103,6 +103,13 @@
     </message>
 </context>
 <context>
+    <name>SuppressibleBox</name>
+    <message>
+        <source>Do not ask again</source>
+        <translation>Nicht mehr fragen</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::AboutWindow</name>
     <message>
         <source>About Calorivo</source>
@@ -305,7 +312,7 @@
         <translation>Benachrichtigungen funktionieren</translation>
     </message>
     <message>
-        <source>A temperature above its limit is told like this.</source>
+        <source>This is how a temperature above its limit is announced.</source>
         <translation>So wird eine Temperatur über ihrer Grenze gemeldet.</translation>
     </message>
 </context>

@@ -103,6 +103,13 @@
     </message>
 </context>
 <context>
+    <name>SuppressibleBox</name>
+    <message>
+        <source>Do not ask again</source>
+        <translation>Ne plus demander</translation>
+    </message>
+</context>
+<context>
     <name>calorivo::AboutWindow</name>
     <message>
         <source>About Calorivo</source>
@@ -305,7 +312,7 @@
         <translation>Les notifications fonctionnent</translation>
     </message>
     <message>
-        <source>A temperature above its limit is told like this.</source>
+        <source>This is how a temperature above its limit is announced.</source>
         <translation>Une température au-dessus de sa limite est annoncée ainsi.</translation>
     </message>
 </context>

@@ -1,8 +1,10 @@
 #include "cli/LogCommand.h"
 
 #include "cli/InlineDispatch.h"
+#include "cli/LogDrives.h"
 #include "cli/LogFileOutput.h"
 #include "cli/Text.h"
+#include "host/Drives.h"
 #include "output/LogFile.h"
 #include "output/LogHeader.h"
 #include "platform/linux/PollDispatch.h"
@@ -43,6 +45,7 @@ class Log final : public CycleLog {
     InlineQueue checkQueue_;
     Session& session_;
     Engine& engine_;
+    std::optional<LogDrives> drives_;
     std::optional<LogFileOutput> file_;
     std::uint64_t checks_ = 0;
     std::string row_;
@@ -59,11 +62,12 @@ Log::Log(const Options& options, Surroundings& surroundings, PollDispatch& dispa
     engine_.preferences.logToFile = true;
     engine_.preferences.logTemperatures = true;
     engine_.preferences.logFanSpeeds = options.isWithFans;
+    if (options.isWithDrives) drives_.emplace(makeDrives(options, surroundings.driveReader), engine_.reader);
 }
 
 int Log::run() {
     session_.tellOfNoSensors();
-    if (options_.isWithDrives) complain(streams_.errors, "drives are not read yet: the rows have none");
+    if (drives_ && drives_->isEmpty()) complain(streams_.errors, "no drives with SMART on this machine");
     const bool isOpen = open();
     streams_.errors.flush();
     if (!isOpen) return exitNoAnswer;
@@ -80,6 +84,7 @@ int Log::run() {
 bool Log::open() {
     std::string header =
         logHeader(engine_.lists, engine_.naming, engine_.fans.fansArray(), engine_.preferences);
+    if (drives_) header += drives_->titles(options_.isFahrenheit ? "F" : "C");
     if (options_.isPrinting) {
         endWithReader();
         print(header);
@@ -99,6 +104,7 @@ void Log::endWithReader() {
 
 void Log::check() {
     engine_.cycle.checkTimerFired();
+    if (drives_) row_ += drives_->readFields();
     if (file_)
         file_->write(std::move(row_));
     else

@@ -111,7 +111,7 @@ constexpr OptionRow logRows[] = {
     {"--interval", "SECONDS", "time between two rows: 5 unless given", storeInterval},
     cyclesRow,
     fansRow,
-    {"--drives", "", "the drives too; has no effect yet", storeFlag<&Options::isWithDrives>},
+    {"--drives", "", "the drives too, each in a column of its own", storeFlag<&Options::isWithDrives>},
     {"--print", "", "to standard output instead of a file", storeFlag<&Options::isPrinting>},
     fahrenheitRow,
 };

@@ -1,6 +1,7 @@
 #include "desktop/DesktopProgram.h"
 
 #include "app/Explanation.h"
+#include "host/Drives.h"
 #include "platform/AlertPanel.h"
 #include "platform/Format.h"
 #include "platform/linux/UserDirectories.h"
@@ -78,8 +79,10 @@ void DesktopProgram::makeDelegate() {
     Configuration configuration;
     configuration.documentDirectories = {userDirectories(processEnvironment).documents};
     configuration.modelTables = system_.modelTables(problems_);
+    ApplicationPorts ports;
+    ports.makeSmartController = [this] { return makeDrives(options_, driveReaderProgram()); };
     delegate_ = std::make_unique<PyroluxAppDelegate>(system_.platform(), interface_.interface(),
-                                                     std::move(configuration), ApplicationPorts{});
+                                                     std::move(configuration), std::move(ports));
     SensorProvider& provider = system_.provider();
     const auto explained = [this, &provider](SensorKey key) {
         return explain(key, {delegate_->lists(), delegate_->naming(), delegate_->reader(), provider});
@@ -168,6 +171,13 @@ void DesktopProgram::tellHowItIsReached() {
     complain("running in the background, but there is no tray: start it again to open its window");
 }
 
+void DesktopProgram::save() {
+    if (hasTerminated_) return;
+    interface_.saveLayout();
+    settings_.save(system_.store);
+    delegate_->preferencesController().savePreferences();
+}
+
 void DesktopProgram::terminate() {
     if (std::exchange(hasTerminated_, true)) return;
     interface_.saveLayout();
@@ -198,7 +208,8 @@ PreferencesPorts DesktopProgram::preferencesPorts() {
     };
     ports.openLog = [this] { delegate_->logger().openLogFile(); };
     ports.revealLog = [this] { delegate_->logger().revealLogFileInFinder(); };
-    ports.canCheckDrives = [] { return false; };
+    // A dump and the simulation have none.
+    ports.canCheckDrives = [this] { return !options_.keysFile && !options_.simulationSeed; };
     return ports;
 }
 

@@ -31,6 +31,8 @@ class DesktopProgram {
     /// Both stages of start-up, as far as they come before the event loop. What is wrong with the source that
     /// the options name; empty when nothing is: then the loop is to be run.
     [[nodiscard]] std::string start();
+    /// Saves everything, for an end that may still be called off.
+    void save();
     /// Saves everything and closes the hardware; the second time nothing. Afterwards the process is to end.
     void terminate();
     void showMainWindow(const QString& activationToken);

@@ -1,4 +1,5 @@
 #include "desktop/DesktopProgram.h"
+#include "platform/linux/DriveReaderProcess.h"
 #include "platform/qt/Instance.h"
 #include "platform/qt/SessionEnd.h"
 #include "ui/qt/TemplateIcon.h"
@@ -60,7 +61,11 @@ int runWithScreen(QApplication& application, const DesktopOptions& options) {
     QObject::connect(&instance, &Instance::activateRequested, &application,
                      [&program](const QString& token) { program.showMainWindow(token); });
     const SessionEnd end([&program](EndReason reason) {
-        program.terminate();
+        // Another program may call a logout off. When it goes on, the loop is told to end.
+        if (reason == EndReason::logout)
+            program.save();
+        else
+            program.terminate();
         if (reason == EndReason::signal) QCoreApplication::quit();
     });
     const int code = QApplication::exec();
@@ -90,6 +95,7 @@ int run(int argc, char** argv) {
 }  // namespace calorivo
 
 int main(int argc, char** argv) {
+    if (const auto code = calorivo::runAsDriveReader(argc, argv)) return *code;
     try {
         return calorivo::run(argc, argv);
     } catch (const std::exception& error) {

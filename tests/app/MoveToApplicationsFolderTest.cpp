@@ -311,7 +311,7 @@ TEST(MoveToApplicationsFolder, GivesUpWithoutAnAlertWhenTheUserCancelsACommand) 
 
 TEST(MoveToApplicationsFolder, FailsWhenNoAuthorizationCanBeMade) {
     MoveFixture fixture;
-    fixture.authorization.creation = errAuthorizationDenied;
+    fixture.authorization.creation = errAuthorizationCanceled;
     EXPECT_EQ(protect(fixture).offer(), (Calls{asked, moving, created, authorizedFailed, failed}));
 }
 

@@ -225,6 +225,11 @@ class Process(unittest.TestCase):
         self.assertEqual(done.stdout.count("\n"), 2)
         self.assertEqual(done.stderr, "")
 
+    def test_log_tells_that_there_are_no_drives(self):
+        done = run("log", "--print", "--drives", "--simulate=3", "--cycles", "1")
+        self.assertEqual((done.returncode, done.stdout.count("\n")), (0, 2))
+        self.assertEqual(done.stderr, "calorivo-cli: no drives with SMART on this machine\n")
+
     def test_signals_end_a_log_with_whole_rows(self):
         path = os.path.join(self.log_folder(), "log.csv")
         for ending in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
