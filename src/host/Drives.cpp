@@ -55,9 +55,9 @@ std::string troubleText(const DriveReading& reading) {
     }
 }
 
-std::string troubleOf(const DriveDetail& detail) {
-    const DriveReading& reading = detail.reading;
-    switch (detail.state) {
+std::string troubleOf(const DriveStatus& status) {
+    const DriveReading& reading = status.reading;
+    switch (status.state) {
         case DriveAnswer::State::hung:
             return "it does not answer";
         case DriveAnswer::State::failed:
@@ -74,10 +74,10 @@ std::string troubleOf(const DriveDetail& detail) {
 }
 
 /// None for what is no drive with SMART, as far as one can tell.
-std::optional<DriveDetails> detailsOf(const DriveDetail& detail) {
-    const DriveReading& reading = detail.reading;
+std::optional<DriveDetails> detailsOf(const DriveStatus& status) {
+    const DriveReading& reading = status.reading;
     DriveDetails details;
-    details.device = detail.name;
+    details.device = status.name;
     if (reading.hasIdentify) {
         const auto dictionary = driveFromIdentifyData(reading.identify);
         if (!dictionary) return std::nullopt;
@@ -85,12 +85,12 @@ std::optional<DriveDetails> detailsOf(const DriveDetail& detail) {
         details.serial = trimmed(dictionary->serial);
     }
     details.celsius = celsiusIn(reading);
-    if (!details.celsius && !detail.isSmartCapable) return std::nullopt;
+    if (!details.celsius && !status.isSmartCapable) return std::nullopt;
     details.isAsleep = reading.isAsleep;
     if (details.celsius)
         details.source = nameOf(reading.source);
     else
-        details.trouble = troubleOf(detail);
+        details.trouble = troubleOf(status);
     return details;
 }
 
@@ -113,8 +113,8 @@ class LinuxDrives final : public Drives {
     void update() override {
         controller_.update();
         std::vector<DriveDetails> found;
-        for (const DriveDetail& detail : ataSmart_.details())
-            if (auto details = detailsOf(detail)) found.push_back(std::move(*details));
+        for (const DriveStatus& status : ataSmart_.statuses())
+            if (auto details = detailsOf(status)) found.push_back(std::move(*details));
         markListed(found, controller_.allDisks());
         const std::lock_guard lock(mutex_);
         details_ = std::move(found);

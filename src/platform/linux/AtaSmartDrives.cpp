@@ -89,8 +89,8 @@ void AtaSmartDrives::rescan() {
     std::set<std::string> present;
     for (LocatedDrive& drive : locateDrives(sys_)) {
         present.insert(drive.identity);
-        DriveDetail detail{drive.name, drive.isSmartCapable, {}, {}};
-        drives_.push_back({std::move(drive), std::move(detail)});
+        DriveStatus status{drive.name, drive.isSmartCapable, {}, {}};
+        drives_.push_back({std::move(drive), std::move(status)});
     }
     std::erase_if(remembered_, [&](const auto& entry) { return !present.contains(entry.first); });
 }
@@ -111,8 +111,8 @@ void AtaSmartDrives::read(const std::vector<io_service_t>& services) {
 
 void AtaSmartDrives::take(ListedDrive& drive, const DriveAnswer& answer) {
     const std::string& identity = drive.located.identity;
-    drive.detail.state = answer.state;
-    DriveReading& shown = drive.detail.reading;
+    drive.status.state = answer.state;
+    DriveReading& shown = drive.status.reading;
     const bool isGivenUp =
         answer.state == DriveAnswer::State::hung || answer.state == DriveAnswer::State::failed;
     if (isGivenUp) remembered_.erase(identity);
@@ -148,7 +148,7 @@ kern_return_t AtaSmartDrives::IOCreatePlugInInterfaceForService(io_service_t ser
     if (pluginType != kIOATASMARTUserClientTypeID || interfaceType != kIOCFPlugInInterfaceID)
         return io_return::unsupported;
     if (service == 0 || service > drives_.size()) return io_return::badArgument;
-    const DriveReading& reading = drives_[service - 1].detail.reading;
+    const DriveReading& reading = drives_[service - 1].status.reading;
     // A drive that nobody may ask is none here: as one that refuses SMART it would be listed at 0 °C.
     if (!reading.hasIdentify || reading.source == DriveSource::none) return io_return::noDevice;
     plugIns_.push_back(std::make_unique<PlugIn>(reading));
@@ -161,11 +161,11 @@ kern_return_t AtaSmartDrives::IODestroyPlugInInterface(IOCFPlugInInterface* plug
     return std::erase_if(plugIns_, isIt) != 0 ? io_return::success : io_return::badArgument;
 }
 
-std::vector<DriveDetail> AtaSmartDrives::details() const {
-    std::vector<DriveDetail> details;
+std::vector<DriveStatus> AtaSmartDrives::statuses() const {
+    std::vector<DriveStatus> statuses;
     for (const ListedDrive& drive : drives_)
-        if (drive.isRead) details.push_back(drive.detail);
-    return details;
+        if (drive.isRead) statuses.push_back(drive.status);
+    return statuses;
 }
 
 }  // namespace calorivo

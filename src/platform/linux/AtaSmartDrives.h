@@ -13,7 +13,7 @@
 namespace calorivo {
 
 /// What is known of one drive beside its dictionary.
-struct DriveDetail {
+struct DriveStatus {
     /// "sda", "nvme0".
     std::string name;
     bool isSmartCapable = false;
@@ -41,13 +41,13 @@ class AtaSmartDrives final : public AtaSmart {
     kern_return_t IODestroyPlugInInterface(IOCFPlugInInterface* plugIn) override;
 
     /// Every drive that was read since drives were last matched by property.
-    [[nodiscard]] std::vector<DriveDetail> details() const;
+    [[nodiscard]] std::vector<DriveStatus> statuses() const;
 
   private:
     class PlugIn;
     struct ListedDrive {
         LocatedDrive located;
-        DriveDetail detail;
+        DriveStatus status;
         bool isRead = false;
     };
     struct Iterator {

@@ -184,16 +184,16 @@ TEST_F(AtaSmartDrivesTest, KeepsTheLastValueOfADriveThatFallsAsleep) {
     addDisk(tree, first);
     addDrivetemp(tree, first, "38000");
     EXPECT_EQ(matching(), Texts{"A1 38"});
-    EXPECT_FALSE(drives->details().at(0).reading.isAsleep);
+    EXPECT_FALSE(drives->statuses().at(0).reading.isAsleep);
     sleep(first);
     addDrivetemp(tree, first, "99000");
     for (int cycle = 0; cycle < 3; ++cycle) {
         EXPECT_EQ(matching(), Texts{"A1 38"});
-        EXPECT_TRUE(drives->details().at(0).reading.isAsleep);
+        EXPECT_TRUE(drives->statuses().at(0).reading.isAsleep);
     }
     tree.file(first.device() + "/power/runtime_status", "active\n");
     EXPECT_EQ(matching(), Texts{"A1 99"});
-    EXPECT_FALSE(drives->details().at(0).reading.isAsleep);
+    EXPECT_FALSE(drives->statuses().at(0).reading.isAsleep);
 }
 
 TEST_F(AtaSmartDrivesTest, HasNoValueForADriveThatWasAsleepFromTheStart) {
@@ -201,7 +201,7 @@ TEST_F(AtaSmartDrivesTest, HasNoValueForADriveThatWasAsleepFromTheStart) {
     addDrivetemp(tree, first, "38000");
     sleep(first);
     EXPECT_EQ(matching(), Texts{"no plug-in"});
-    EXPECT_TRUE(drives->details().at(0).reading.isAsleep);
+    EXPECT_TRUE(drives->statuses().at(0).reading.isAsleep);
 }
 
 TEST_F(AtaSmartDrivesTest, KeepsTheLastValueOfADriveThatIsLateAndDropsOneThatHangs) {
