@@ -14,6 +14,8 @@
 
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace calorivo {
@@ -22,6 +24,14 @@ namespace {
 
 /// So long a panel may take to come up beside us at login.
 constexpr auto trayPatience = std::chrono::seconds(8);
+
+/// The folder for documents, or the home folder of a user who has none.
+std::string documentsFolder() {
+    const std::string documents = userDirectories(processEnvironment).documents;
+    std::error_code error;
+    if (std::filesystem::is_directory(documents, error)) return documents;
+    return processEnvironment("HOME").value_or("");
+}
 
 /// Where a program may come to the front by itself only with the desktop's leave, the toolkit finds it here.
 void takeActivationToken(const QString& token) {
@@ -77,7 +87,7 @@ std::string DesktopProgram::start() {
 
 void DesktopProgram::makeDelegate() {
     Configuration configuration;
-    configuration.documentDirectories = {userDirectories(processEnvironment).documents};
+    configuration.documentDirectories = {documentsFolder()};
     configuration.modelTables = system_.modelTables(problems_);
     ApplicationPorts ports;
     ports.makeSmartController = [this] { return makeDrives(options_, driveReaderProgram()); };

@@ -1,10 +1,13 @@
 """Starting, starting again and ending."""
 
+import os
+import pathlib
+import re
 import signal
 import time
 
 import deskui
-from harness import Bus, Program, check, client_windows, desk, equal, eventually, scenario
+from harness import Bus, Program, check, client_windows, desk, equal, eventually, scenario, shot
 
 APP = "calorivo"
 NORMAL = {"isFirstLaunch": "false", "updateIntervalSecs": "1"}
@@ -50,3 +53,28 @@ def login_item_is_written_and_removed():
         equal(program.terminate(), 0, "exit code")
     with Program("--simulate", settings={**NORMAL, "launchOnLogin": "false"}) as program:
         eventually(lambda: not entry.exists(), "the entry is gone")
+
+
+@scenario(notifications="xfce")
+def a_click_on_a_notification_shows_the_window():
+    with Program("--simulate", settings={**MENU_ONLY, "limitForSpecificArea": "40", "showAlerts": "true"}):
+        deskui.wait("notifyd", "label", r" is \d+°C")
+        shot("notification")
+        equal(client_windows(), [], "windows of menu-only mode")
+        deskui.press("notifyd", "push button", "Open")
+        desk("waitwin", "^Calorivo")
+
+
+@scenario()
+def log_grows_with_every_check():
+    documents = pathlib.Path(os.environ["HOME"]) / "Documents"
+    documents.mkdir()
+    with Program("--simulate", settings={**NORMAL, "logToFile": "true"}) as program:
+        log = documents / "Calorivo Log.csv"
+        lines = eventually(lambda: log.is_file() and len(log.read_text().splitlines()) > 3 and log.read_text().splitlines(),
+                           "a header and rows", 15)
+        check(lines[0].startswith("Date"), f"no header: {lines[0]}")
+        rows = [line for line in lines if not line.startswith("Date")]
+        check(rows and all(re.match(r"\d", row) for row in rows), f"no rows: {rows}")
+        equal(program.terminate(), 0, "exit code")
+        check(log.read_bytes().endswith(b"\n"), "the last line is whole")

@@ -50,12 +50,16 @@ def item_comes_back_whenever_the_host_restarts():
         check(program.process.poll() is None, "the program runs on")
 
 
-@scenario(tray="none")
+@scenario(tray="xfce-label")
 def item_appears_when_a_host_starts_later():
+    desk("stop", "tray")
     with Program("--simulate", settings=MENU_ONLY) as program:
         item = TrayItem(program)
         eventually(lambda: re.search(TITLE, item.title()), "a temperature in the title")
         check(program.process.poll() is None, "no host at all is no failure")
+        desk("start", "tray")
+        desk("trayitem")
+        eventually(lambda: re.search(r"\d\d", desk("traytext")), "the temperature on the screen", 15)
 
 
 @scenario(tray="xfce-label")

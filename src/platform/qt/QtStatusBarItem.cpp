@@ -36,6 +36,15 @@ IconPixmaps pixmapsOfDigits(const QString& digits, double scale) {
     return pixmaps;
 }
 
+IconPixmaps pixmapsOfIcon(const QIcon& icon, bool isTemplate) {
+    IconPixmaps pixmaps;
+    for (const int side : pixmapSides) {
+        const QImage pixels = icon.pixmap(QSize(side, side), 1.0).toImage();
+        if (!pixels.isNull()) pixmaps.append(toIconPixmap(isTemplate ? drawShape(pixels) : pixels));
+    }
+    return pixmaps;
+}
+
 IconPixmaps blankPixmaps() {
     QImage blank(pixmapSides.front(), pixmapSides.front(), QImage::Format_ARGB32);
     blank.fill(Qt::transparent);
@@ -134,25 +143,25 @@ StatusNotifierState QtStatusBarItem::composedState() const {
             break;
         case TrayIconKind::blank:
             state.iconName = resources.blankIconName;
-            state.pixmaps = blankPixmaps();
+            state.pixmaps = {QStringLiteral("blank"), blankPixmaps};
             break;
         case TrayIconKind::digits:
-            state.pixmaps = pixmapsOfDigits(contents.digits, digitScale_);
+            state.pixmaps = {
+                QStringLiteral("digits %1 %2").arg(contents.digits).arg(digitScale_),
+                [digits = contents.digits, scale = digitScale_] { return pixmapsOfDigits(digits, scale); }};
             break;
     }
     return state;
 }
 
-IconPixmaps QtStatusBarItem::pixmapsOfImage() const {
+DrawnPixmaps QtStatusBarItem::pixmapsOfImage() const {
     const StatusBarResources& resources = bar_.resources();
     const Image& image = image_ ? *image_ : resources.fallbackImage;
-    const QIcon icon = resources.icon ? resources.icon(image.name, image.isTemplate) : QIcon();
-    IconPixmaps pixmaps;
-    for (const int side : pixmapSides) {
-        const QImage pixels = icon.pixmap(QSize(side, side), 1.0).toImage();
-        if (!pixels.isNull()) pixmaps.append(toIconPixmap(image.isTemplate ? drawShape(pixels) : pixels));
-    }
-    return pixmaps;
+    const auto kind = image.isTemplate ? QStringLiteral("shape %1") : QStringLiteral("image %1");
+    return {kind.arg(QString::fromStdString(image.name)), [icon = resources.icon, image] {
+                return icon ? pixmapsOfIcon(icon(image.name, image.isTemplate), image.isTemplate)
+                            : IconPixmaps();
+            }};
 }
 
 void QtStatusBarItem::registerAtWatcher() {

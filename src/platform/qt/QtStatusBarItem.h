@@ -72,7 +72,7 @@ class QtStatusBarItem final : public QObject, public StatusBarItem {
     void refreshSoon();
     void refresh();
     [[nodiscard]] StatusNotifierState composedState() const;
-    [[nodiscard]] IconPixmaps pixmapsOfImage() const;
+    [[nodiscard]] DrawnPixmaps pixmapsOfImage() const;
     void popUpMenu(QPoint position) const;
 
     const QtStatusBar& bar_;

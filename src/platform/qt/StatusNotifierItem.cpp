@@ -25,7 +25,8 @@ StatusNotifierItem::StatusNotifierItem(const QDBusConnection& connection, QStrin
 
 void StatusNotifierItem::setState(StatusNotifierState state) {
     const StatusNotifierState old = std::exchange(state_, std::move(state));
-    if (old.iconName != state_.iconName || old.pixmaps != state_.pixmaps) announce(QStringLiteral("NewIcon"));
+    if (old.iconName != state_.iconName || !(old.pixmaps == state_.pixmaps))
+        announce(QStringLiteral("NewIcon"));
     if (old.title != state_.title) {
         announce(QStringLiteral("NewTitle"));
         announce(QStringLiteral("NewToolTip"));
@@ -61,7 +62,8 @@ std::vector<DBusProperty> StatusNotifierItem::describeProperties() const {
         {QStringLiteral("WindowId"), QStringLiteral("i"), [] { return QVariant(0); }},
         {QStringLiteral("IconName"), QStringLiteral("s"), [this] { return QVariant(state_.iconName); }},
         text("IconThemePath", iconThemePath_),
-        {QStringLiteral("IconPixmap"), pixmapsType, [this] { return QVariant::fromValue(state_.pixmaps); }},
+        {QStringLiteral("IconPixmap"), pixmapsType,
+         [this] { return QVariant::fromValue(state_.pixmaps.get()); }},
         text("OverlayIconName", {}),
         {QStringLiteral("OverlayIconPixmap"), pixmapsType, noPixmaps},
         text("AttentionIconName", {}),

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/qt/DBusObject.h"
+#include "platform/qt/DrawnPixmaps.h"
 #include "platform/qt/StatusNotifierTypes.h"
 
 #include <QDBusConnection>
@@ -14,7 +15,7 @@ namespace calorivo {
 /// What an item shows. The name of an icon wins over its pixmaps wherever a panel finds an icon of that name.
 struct StatusNotifierState {
     QString iconName;
-    IconPixmaps pixmaps;
+    DrawnPixmaps pixmaps;
     /// Also what the tool tip holds.
     QString title;
     /// The text beside the icon. None is not the same as empty: there are panels that drop the icon as soon

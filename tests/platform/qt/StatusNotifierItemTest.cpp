@@ -27,7 +27,10 @@ const QString propertiesName = QStringLiteral("org.freedesktop.DBus.Properties")
 
 StatusNotifierState someState() {
     return {QStringLiteral("thermometer"),
-            {{1, 1, QByteArray("\xff\x10\x20\x30", 4)}},
+            {QStringLiteral("one"),
+             [] {
+                 return IconPixmaps{{1, 1, QByteArray("\xff\x10\x20\x30", 4)}};
+             }},
             QStringLiteral("45°C"),
             QStringLiteral("45°C!"),
             QStringLiteral("88°C!")};
@@ -59,7 +62,8 @@ class StatusNotifierItemTest : public testing::Test {
 TEST_F(StatusNotifierItemTest, ShowsItsStateAsProperties) {
     item_.setState(someState());
     QVariantMap properties = allProperties();
-    EXPECT_EQ(qdbus_cast<IconPixmaps>(properties.take(QStringLiteral("IconPixmap"))), someState().pixmaps);
+    EXPECT_EQ(qdbus_cast<IconPixmaps>(properties.take(QStringLiteral("IconPixmap"))),
+              someState().pixmaps.get());
     EXPECT_EQ(qdbus_cast<IconPixmaps>(properties.take(QStringLiteral("OverlayIconPixmap"))), IconPixmaps());
     EXPECT_EQ(qdbus_cast<IconPixmaps>(properties.take(QStringLiteral("AttentionIconPixmap"))), IconPixmaps());
     EXPECT_EQ(qdbus_cast<StatusToolTip>(properties.take(QStringLiteral("ToolTip"))),
@@ -96,13 +100,28 @@ TEST_F(StatusNotifierItemTest, HasNoLabelPropertyWithoutALabel) {
     EXPECT_EQ(answer.errorName(), QStringLiteral("org.freedesktop.DBus.Error.UnknownProperty"));
 }
 
+TEST_F(StatusNotifierItemTest, DrawsAnIconOnceAndOnlyWhenAPanelAsks) {
+    int drawings = 0;
+    StatusNotifierState state = someState();
+    state.pixmaps = {QStringLiteral("counted"), [&drawings] {
+                         ++drawings;
+                         return IconPixmaps{{1, 1, QByteArray(4, 'x')}};
+                     }};
+    item_.setState(state);
+    settle(panel_);
+    EXPECT_EQ(drawings, 0);
+    for (int i = 0; i < 3; ++i)
+        call(propertiesName, QStringLiteral("Get"), {itemName, QStringLiteral("IconPixmap")});
+    EXPECT_EQ(drawings, 1);
+}
+
 TEST_F(StatusNotifierItemTest, TellsOnlyWhatIsDifferent) {
     StatusNotifierState state = someState();
     EXPECT_THAT(signalsAfter(state), ElementsAre("NewIcon", "NewTitle", "NewToolTip", "XAyatanaNewLabel"));
     EXPECT_THAT(signalsAfter(state), IsEmpty());
     state.iconName = QStringLiteral("other");
     EXPECT_THAT(signalsAfter(state), ElementsAre("NewIcon"));
-    state.pixmaps.clear();
+    state.pixmaps = {};
     EXPECT_THAT(signalsAfter(state), ElementsAre("NewIcon"));
     state.title = QStringLiteral("46°C");
     EXPECT_THAT(signalsAfter(state), ElementsAre("NewTitle", "NewToolTip"));
