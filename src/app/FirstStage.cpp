@@ -67,6 +67,7 @@ void PyroluxAppDelegate::chooseModelName() { lists_.modelName = modelNameFor(arg
 void PyroluxAppDelegate::createQueues() {
     checkQueue_ = platform_.dispatch.makeSerialQueue(std::string(configuration_.checkQueueLabel));
     logQueue_ = platform_.dispatch.makeSerialQueue(std::string(configuration_.logQueueLabel));
+    gpuGuard_ = std::make_unique<GPUGuard>(platform_.dispatch, *checkQueue_, gpu_);
 }
 
 void PyroluxAppDelegate::createLog() {
@@ -147,7 +148,7 @@ void PyroluxAppDelegate::connectToGPUSwitcher() {
         gpu_.currentGPUType = 0;
         return;
     }
-    switcher->registerForGPUChangeNotifications();
+    gpuObservation_ = switcher->registerForGPUChangeNotifications(*gpuGuard_);
     gpu_.currentGPUType = switcher->isUsingDiscreteGPU() ? 1 : 0;
 }
 

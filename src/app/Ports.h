@@ -1,6 +1,8 @@
 #pragma once
 
 #include "monitor/DriveTemperatures.h"
+#include "monitor/GPUChangeObserver.h"
+#include "platform/Property.h"
 #include "sensors/GPUNames.h"
 
 #include <functional>
@@ -17,7 +19,8 @@ class GPUSwitcher {
 
     /// False when the machine has no switch.
     virtual bool switcherOpen() = 0;
-    virtual void registerForGPUChangeNotifications() = 0;
+    /// The observer is told of each change until the handle is dropped.
+    [[nodiscard]] virtual Observation registerForGPUChangeNotifications(GPUChangeObserver& observer) = 0;
     [[nodiscard]] virtual bool isUsingDiscreteGPU() = 0;
 };
 

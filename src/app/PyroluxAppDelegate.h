@@ -11,11 +11,13 @@
 #include "app/SensorTable.h"
 #include "app/Windows.h"
 #include "monitor/CheckCycle.h"
+#include "monitor/GPUGuard.h"
 #include "output/LogWriter.h"
 #include "output/Logger.h"
 #include "output/OverLimitAlerts.h"
 #include "output/StatusItem.h"
 #include "platform/Platform.h"
+#include "platform/Property.h"
 #include "sensors/SensorDiscovery.h"
 #include "sensors/SourceList.h"
 
@@ -156,10 +158,12 @@ class PyroluxAppDelegate {
     std::unique_ptr<LogWriter> logWriter_;
     std::unique_ptr<Logger> logger_;
     std::unique_ptr<CheckCycle> checkCycle_;
+    std::unique_ptr<GPUGuard> gpuGuard_;
     // Last, so that they end before what their blocks work on; the check queue, which hands rows to the log
-    // queue, before that one.
+    // queue, before that one, and whoever tells of GPUs before the check queue.
     std::unique_ptr<Queue> logQueue_;
     std::unique_ptr<Queue> checkQueue_;
+    Observation gpuObservation_;
 };
 
 }  // namespace calorivo

@@ -27,8 +27,6 @@ inline constexpr CFUUIDBytes kIOCFPlugInInterfaceID{0xC2, 0x44, 0xE8, 0x58, 0x10
 inline constexpr CFUUIDBytes kIOATASMARTInterfaceID{0x08, 0xAB, 0xE2, 0x1C, 0x20, 0xD4, 0x11, 0xD6,
                                                     0x8D, 0xF6, 0x00, 0x03, 0x93, 0x5A, 0x76, 0xB2};
 
-/// 0 for the platform's own port.
-inline constexpr mach_port_t kIOMasterPortDefault = 0;
 /// The answer of QueryInterface: 0 for success.
 using HRESULT = std::int32_t;
 

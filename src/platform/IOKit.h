@@ -15,6 +15,9 @@ using io_iterator_t = io_object_t;
 using io_service_t = io_object_t;
 using io_connect_t = std::uint32_t;
 
+/// 0 for the platform's own port.
+inline constexpr mach_port_t kIOMasterPortDefault = 0;
+
 /// What to look for in the registry: services of one class.
 struct MatchingDictionary {
     std::string className;

@@ -99,6 +99,19 @@ TEST(PyroluxAppDelegate, TakesTheIntegratedGPUWithoutASwitcher) {
     EXPECT_THAT(integrated.machine.calls, Contains("registerForGPUChangeNotifications"));
 }
 
+TEST(PyroluxAppDelegate, PausesGPUSensorsWhenTheSwitcherTellsOfAChange) {
+    Application application;
+    application.make().awakeFromNib();
+    ASSERT_NE(application.machine.gpuSwitcher.observer, nullptr);
+    application.machine.gpuSwitcher.observer->GPUDidChangeTo(0);
+    application.machine.dispatch.time.run();
+    const KeyValueCoding& keys = application.delegate().keys();
+    EXPECT_EQ(keys.valueForKey("currentGPUType"), Value(0));
+    EXPECT_EQ(keys.valueForKey("isOkToCheckGPUSensors"), Value(false));
+    application.machine.dispatch.time.advance(std::chrono::seconds(2));
+    EXPECT_EQ(keys.valueForKey("isOkToCheckGPUSensors"), Value(true));
+}
+
 TEST(PyroluxAppDelegate, StartsWithoutAnyOfThePartsThatMayBeLeftOut) {
     Application application;
     PyroluxAppDelegate& delegate = application.make(ApplicationPorts{});

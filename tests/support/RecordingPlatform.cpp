@@ -242,8 +242,10 @@ bool RecordingGPUSwitcher::switcherOpen() {
     return exists;
 }
 
-void RecordingGPUSwitcher::registerForGPUChangeNotifications() {
+Observation RecordingGPUSwitcher::registerForGPUChangeNotifications(GPUChangeObserver& registered) {
     calls_.emplace_back("registerForGPUChangeNotifications");
+    observer = &registered;
+    return Observation([this] { observer = nullptr; });
 }
 
 bool RecordingGPUSwitcher::isUsingDiscreteGPU() {

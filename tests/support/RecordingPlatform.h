@@ -275,11 +275,13 @@ class RecordingGPUSwitcher final : public GPUSwitcher {
   public:
     explicit RecordingGPUSwitcher(Calls& calls) : calls_(calls) {}
     bool switcherOpen() override;
-    void registerForGPUChangeNotifications() override;
+    [[nodiscard]] Observation registerForGPUChangeNotifications(GPUChangeObserver& registered) override;
     [[nodiscard]] bool isUsingDiscreteGPU() override;
 
     bool exists = true;
     bool isDiscrete = true;
+    /// Null unless one is registered.
+    GPUChangeObserver* observer = nullptr;
 
   private:
     Calls& calls_;
