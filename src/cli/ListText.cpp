@@ -132,7 +132,8 @@ std::string titleOf(const std::optional<std::string>& model, std::string_view so
 }
 
 std::string listText(const Snapshot& snapshot, const ListLook& look) {
-    const std::optional<std::int32_t> area = look.areaTag == allAreasTag ? std::nullopt : look.areaTag;
+    std::optional<std::int32_t> area = look.areaTag;
+    if (area == allAreasTag) area.reset();
     std::vector<Group> groups = areaGroups(snapshot, area);
     if (!area) {
         if (!snapshot.sensors.empty()) groups.push_back(averageGroup(snapshot));
