@@ -123,8 +123,10 @@ void QtStatusBarItem::refresh() {
         // Such a panel does not put the icon back: it has to meet another item.
         appear();
         registerAtWatcher();
-    } else {
+    } else if (bar_.host().hasWatcher()) {
         presence_->item.setState(std::move(state));
+    } else {
+        presence_->item.setStateSilently(std::move(state));
     }
 }
 

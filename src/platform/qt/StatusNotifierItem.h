@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <optional>
+#include <utility>
 
 namespace calorivo {
 
@@ -41,6 +42,8 @@ class StatusNotifierItem final : public DBusObject {
     [[nodiscard]] const StatusNotifierState& state() const { return state_; }
     /// Panels are told what is different; nothing is sent when nothing is.
     void setState(StatusNotifierState state);
+    /// The same while there is no panel: nobody is told.
+    void setStateSilently(StatusNotifierState state) { state_ = std::move(state); }
 
   Q_SIGNALS:
     /// The item was clicked; the token lets a window come to the front and may be empty. After the panel has
