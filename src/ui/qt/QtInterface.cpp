@@ -39,6 +39,9 @@ QtInterface::QtInterface(DesktopSettings& settings, QString version)
 void QtInterface::attach(const MainWindowParts& parts, PreferencesPorts ports) {
     delegate_ = &parts.delegate;
     actions_.attach(parts.delegate);
+    connect(actions_.openLog, &QAction::triggered, this, [this] { delegate_->logger().openLogFile(); });
+    connect(actions_.revealLog, &QAction::triggered, this,
+            [this] { delegate_->logger().revealLogFileInFinder(); });
     main_.attach(parts);
     preferences_.attach(parts.delegate, std::move(ports));
 }
