@@ -181,17 +181,20 @@ void DesktopProgram::tellHowItIsReached() {
     complain("running in the background, but there is no tray: start it again to open its window");
 }
 
-void DesktopProgram::save() {
-    if (hasTerminated_) return;
+void DesktopProgram::keepSettings() {
     interface_.saveLayout();
     settings_.save(system_.store);
+}
+
+void DesktopProgram::save() {
+    if (hasTerminated_) return;
+    keepSettings();
     delegate_->preferencesController().savePreferences();
 }
 
 void DesktopProgram::terminate() {
     if (std::exchange(hasTerminated_, true)) return;
-    interface_.saveLayout();
-    settings_.save(system_.store);
+    keepSettings();
     delegate_->applicationWillTerminate();
 }
 

@@ -43,6 +43,8 @@ class DesktopProgram {
     void followAppearance();
     void applyAppearance();
     void becomeActive();
+    /// Into the store, which is written with the preferences.
+    void keepSettings();
     /// When start-up is over.
     void tellOfProblems();
     void tellHowItIsReached();
