@@ -7,25 +7,14 @@
 namespace calorivo {
 namespace {
 
-using test::Calls;
 using test::ReviewFixture;
 using Type = UAAppReviewManagerKeyType;
 
 constexpr std::string_view standardMessage =
     "If you enjoy using Calorivo, would you mind taking a moment to rate it? It won't take more than a "
     "minute. Thanks for your support!";
-const std::string shown = "runModal Rate Calorivo";
-const std::string reviewPage =
-    "openURL macappstore://store.example.org/us/app/thumbs/id42?ls=1&mt=12&at=000000&ct=UAAppReviewManager";
 
-class UAAppReviewManagerSettingsTest : public testing::Test, protected ReviewFixture {
-  protected:
-    /// What a launch shows, the answer being no answer at all.
-    Calls launch() {
-        manager().appLaunched();
-        return takeCalls();
-    }
-};
+class UAAppReviewManagerSettingsTest : public testing::Test, protected ReviewFixture {};
 
 // The standard settings and texts.
 

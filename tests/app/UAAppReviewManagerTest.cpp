@@ -11,9 +11,6 @@ using test::Calls;
 using test::ReviewFixture;
 using Type = UAAppReviewManagerKeyType;
 
-constexpr std::string_view standardMessage =
-    "If you enjoy using Calorivo, would you mind taking a moment to rate it? It won't take more than a "
-    "minute. Thanks for your support!";
 const std::string shown = "runModal Rate Calorivo";
 const std::string reviewPage =
     "openURL macappstore://store.example.org/us/app/thumbs/id42?ls=1&mt=12&at=000000&ct=UAAppReviewManager";
