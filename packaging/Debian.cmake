@@ -57,7 +57,7 @@ set(CPACK_DEBIAN_DESKTOP_PACKAGE_NAME calorivo)
 # Its data comes with the terminal program. The plug-ins for screens are loaded when it runs: no library tells of them.
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_DEPENDS
     "calorivo-cli (= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}), qt6-qpa-plugins")
-set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS "xdg-utils, qt6-translations-l10n")
+set(CPACK_DEBIAN_DESKTOP_PACKAGE_RECOMMENDS "xdg-utils, qt6-translations-l10n, qt6-wayland")
 set(CPACK_DEBIAN_DESKTOP_PACKAGE_SUGGESTS "udisks2, pci.ids")
 set(CPACK_COMPONENT_DESKTOP_DESCRIPTION
     "watch the temperatures, fans and drives of the computer

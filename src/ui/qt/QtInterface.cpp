@@ -122,7 +122,6 @@ void QtInterface::showAbout() {
 
 void QtInterface::windowClosed(WindowName window) {
     if (delegate_ == nullptr) return;
-    saveLayout();
     Q_EMIT savingExpected();
     delegate_->windowWillClose(window);
     // Once the window is gone.
