@@ -62,6 +62,7 @@ DesktopProgram::DesktopProgram(QApplication& application, const DesktopOptions& 
 
 DesktopProgram::~DesktopProgram() {
     system_.dispatch.closeMainQueue();
+    checkAfterSleep_.reset();
     delegate_.reset();
     smcSetIOKit(nullptr);
     smcSetOutput(nullptr);
@@ -75,6 +76,7 @@ std::string DesktopProgram::start() {
     smcSetOutput(stderr);
     delegate_->awakeFromNib();
     delegate_->applicationDidFinishLaunching();
+    checkAfterSleep_.emplace(QDBusConnection::systemBus(), delegate_->checkCycle(), delegate_->keys());
     // Taking its place among the running applications activates a program.
     if (system_.processManager.isFrontProcess())
         system_.dispatch.mainQueue().async([this] { becomeActive(); });

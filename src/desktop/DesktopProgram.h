@@ -2,6 +2,7 @@
 
 #include "app/DesktopSettings.h"
 #include "app/PyroluxAppDelegate.h"
+#include "desktop/CheckAfterSleep.h"
 #include "desktop/DesktopOptions.h"
 #include "desktop/DesktopSystem.h"
 #include "platform/linux/LinuxPaths.h"
@@ -11,6 +12,7 @@
 #include <QPalette>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,6 +62,7 @@ class DesktopProgram {
     PortalSettings portal_;
     QtInterface interface_;
     std::unique_ptr<PyroluxAppDelegate> delegate_;
+    std::optional<CheckAfterSleep> checkAfterSleep_;
     std::vector<std::string> problems_;
     std::vector<Observation> observations_;
     std::unique_ptr<Timer> trayTimer_;

@@ -104,10 +104,15 @@ bool AppleSmcDevice::describe() {
     return !keys_.empty();
 }
 
+void AppleSmcDevice::machineHasSlept() {
+    window_.reset();
+    nextSearch_ = {};
+}
+
 bool AppleSmcDevice::beginPass() {
     constexpr auto searchInterval = std::chrono::seconds(2);
-    if (!window_ && timeSinceBoot() >= nextSearch_) {
-        nextSearch_ = timeSinceBoot() + searchInterval;
+    if (!window_ && sinceBoot() >= nextSearch_) {
+        nextSearch_ = sinceBoot() + searchInterval;
         window_ = open_();
     }
     return true;

@@ -51,14 +51,17 @@ class AppleSmcDevice final : public ReadingsDevice {
     };
 
     using WindowOpener = std::function<std::unique_ptr<SmcKeyWindow>()>;
-    /// `open` is called again when the driver was taken away; it may give null. Reader thread.
-    explicit AppleSmcDevice(WindowOpener open) : open_(std::move(open)) {}
+    /// `open` is called again when the driver was taken away, and after a sleep of the machine; it may give
+    /// null. Reader thread.
+    explicit AppleSmcDevice(WindowOpener open, MachineClocks clocks = {})
+        : ReadingsDevice(std::move(clocks)), open_(std::move(open)) {}
 
     /// In the controller's own order; the place in the list is the item. Only once the device is described.
     [[nodiscard]] const std::vector<Key>& keys() const { return keys_; }
 
   protected:
     bool describe() override;
+    void machineHasSlept() override;
     bool beginPass() override;
     void readItem(std::size_t item, const Reading& last, Reading& reading) override;
 

@@ -59,8 +59,12 @@ class AtaSmartDrives::PlugIn final : public IOCFPlugInInterface, public IOATASMA
     DriveReading reading_;
 };
 
-AtaSmartDrives::AtaSmartDrives(std::string sys, std::unique_ptr<DriveReaders> readers)
-    : sys_(std::move(sys)), readers_(std::move(readers)), lastIterator_(firstIterator) {}
+AtaSmartDrives::AtaSmartDrives(std::string sys, std::unique_ptr<DriveReaders> readers,
+                               MachineClocks::Clock asleep)
+    : sys_(std::move(sys)),
+      readers_(std::move(readers)),
+      sleepWatch_(std::move(asleep)),
+      lastIterator_(firstIterator) {}
 
 AtaSmartDrives::~AtaSmartDrives() = default;
 
@@ -106,6 +110,7 @@ void AtaSmartDrives::read(const std::vector<io_service_t>& services) {
     }
     if (requests.empty()) return;
     const std::vector<DriveAnswer> answers = readers_->read(requests);
+    if (sleepWatch_.hasSlept()) remembered_.clear();
     for (std::size_t i = 0; i < drives.size(); ++i) take(*drives[i], answers.at(i));
 }
 

@@ -3,6 +3,7 @@
 #include "platform/AtaSmart.h"
 #include "platform/linux/DriveReaders.h"
 #include "platform/linux/DriveScan.h"
+#include "platform/linux/SleepWatch.h"
 
 #include <cstddef>
 #include <map>
@@ -23,10 +24,12 @@ struct DriveStatus {
 };
 
 /// The SMART plug-in on Linux: it answers from readings that were taken when its services were matched, so
-/// that no call to a drive's interface waits for a drive. A drive that sleeps keeps the values that it had.
+/// that no call to a drive's interface waits for a drive. A drive that sleeps keeps the values that it had,
+/// but not over a sleep of the machine.
 class AtaSmartDrives final : public AtaSmart {
   public:
-    AtaSmartDrives(std::string sys, std::unique_ptr<DriveReaders> readers);
+    AtaSmartDrives(std::string sys, std::unique_ptr<DriveReaders> readers,
+                   MachineClocks::Clock asleep = timeAsleep);
     ~AtaSmartDrives() override;
 
     /// Matching by property looks for the drives that are there now and reads them; matching by class then
@@ -64,7 +67,8 @@ class AtaSmartDrives final : public AtaSmart {
     std::unique_ptr<DriveReaders> readers_;
     /// A service is the place of its drive in here, counted from 1.
     std::vector<ListedDrive> drives_;
-    /// What each drive that is there told last, by its identity.
+    SleepWatch sleepWatch_;
+    /// What each drive that is there told last since the machine woke, by its identity.
     std::map<std::string, DriveReading> remembered_;
     std::map<io_iterator_t, Iterator> iterators_;
     io_iterator_t lastIterator_;

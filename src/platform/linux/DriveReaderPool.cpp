@@ -23,6 +23,18 @@ struct DriveReaderPool::Round {
 };
 
 std::vector<DriveAnswer> DriveReaderPool::read(std::span<const DriveRequest> requests) {
+    noteSleep();
+    std::vector<DriveAnswer> answers = readOnce(requests);
+    return noteSleep() ? readOnce(requests) : answers;
+}
+
+bool DriveReaderPool::noteSleep() {
+    if (!sleepWatch_.hasSlept()) return false;
+    for (Reader& reader : readers_) reader.isOutdated = !reader.drive.empty();
+    return true;
+}
+
+std::vector<DriveAnswer> DriveReaderPool::readOnce(std::span<const DriveRequest> requests) {
     const Clock::time_point until = Clock::now() + options_.patience;
     Round round{requests, std::vector<DriveAnswer>(requests.size()), {}};
     removeEnded();
@@ -97,7 +109,10 @@ bool DriveReaderPool::assignTo(Reader& reader, const DriveRequest& request, std:
 /// Takes the answer that has come from a reader.
 void DriveReaderPool::settle(Round& round, Reader& reader) {
     const auto reading = reader.process.receive();
-    if (reader.place != nowhere)
+    const bool isOutdated = std::exchange(reader.isOutdated, false);
+    if (reader.place != nowhere && isOutdated)
+        round.waiting.push_back(reader.place);
+    else if (reader.place != nowhere)
         round.answers[reader.place] = {reading ? DriveAnswer::State::read : DriveAnswer::State::failed,
                                        reading.value_or(DriveReading{})};
     if (std::exchange(reader.isAwaited, false)) --round.running;

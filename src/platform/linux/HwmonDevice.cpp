@@ -77,7 +77,10 @@ bool HwmonDevice::describe() {
 
 void HwmonDevice::openRuntimeStatus() {
     const FileDescriptor device = openFolder(sys_ + located_.rawDevicePath);
-    if (device.isOpen()) runtimeStatus_ = openAttribute(device.get(), "power/runtime_status");
+    if (!device.isOpen()) return;
+    FileDescriptor status = openAttribute(device.get(), "power/runtime_status");
+    // One that was opened earlier is better than none: without it a device that sleeps would be woken.
+    if (status.isOpen()) runtimeStatus_ = std::move(status);
 }
 
 void HwmonDevice::firstPassEnded() {
@@ -103,9 +106,18 @@ bool HwmonDevice::isFaulty(const File& file) const {
            readAttributeNumber(folder_->get(), file.faultName.c_str()).value_or(0) != 0;
 }
 
+void HwmonDevice::machineHasSlept() {
+    for (File& file : files_) file.descriptor.reset();
+    // The open folder is the chip itself: as long as its name is there, no other chip can have taken its
+    // place, and chips that are told apart by counting only need not be looked for.
+    if (!isLost_) loseIfGone();
+    nextSearch_ = {};
+    if (!isLost_ && runtimeStatus_.isOpen()) openRuntimeStatus();
+}
+
 bool HwmonDevice::beginPass() {
-    if (isLost_ && timeSinceBoot() >= nextSearch_) {
-        nextSearch_ = timeSinceBoot() + searchInterval;
+    if (isLost_ && sinceBoot() >= nextSearch_) {
+        nextSearch_ = sinceBoot() + searchInterval;
         isLost_ = !findAgain();
     }
     if (!runtimeStatus_.isOpen()) return true;

@@ -14,11 +14,12 @@
 namespace calorivo {
 
 /// One hwmon chip with its files kept open. When its device goes away the files give nothing; when the same
-/// device comes back, under whatever number, they are opened again. Another device never answers in its
-/// place.
+/// device comes back, under whatever number, they are opened again; so they are after a sleep of the machine.
+/// Another device never answers in its place.
 class HwmonDevice final : public ReadingsDevice {
   public:
-    HwmonDevice(std::string sys, LocatedChip located) : sys_(std::move(sys)), located_(std::move(located)) {}
+    HwmonDevice(std::string sys, LocatedChip located, MachineClocks clocks = {})
+        : ReadingsDevice(std::move(clocks)), sys_(std::move(sys)), located_(std::move(located)) {}
 
     /// What was found; only once the device is described: it does not change any more.
     [[nodiscard]] const HwmonChip& chip() const { return chip_; }
@@ -33,6 +34,7 @@ class HwmonDevice final : public ReadingsDevice {
   protected:
     bool describe() override;
     void firstPassEnded() override;
+    void machineHasSlept() override;
     bool beginPass() override;
     void readItem(std::size_t item, const Reading& last, Reading& reading) override;
 

@@ -100,7 +100,7 @@ kern_return_t LinuxSmc::Machine::encode(Entry& entry, EncodedValue& value) {
         std::uint32_t mask = 0;
         for (std::size_t fan = 0; fan < entry.sources.size(); ++fan) {
             const Reading reading = current(entry.sources[fan]);
-            if (reading.error == 0 && reading.value == 1) mask |= 1U << fan;
+            if (reading.wasRead && reading.error == 0 && reading.value == 1) mask |= 1U << fan;
         }
         value = encodeUnsigned(mask, 2);
         return io_return::success;
@@ -142,7 +142,7 @@ kern_return_t LinuxSmc::Machine::highest(const Entry& entry, Current& result) {
 
 Reading LinuxSmc::Machine::current(Source source) {
     ReadingsDevice& device = *devices_[source.first];
-    const nanoseconds now = timeSinceBoot();
+    const nanoseconds now = options_.clocks.sinceBoot();
     Reading reading = device.ask(source.second);
     if (refreshIfDue(now, reading.wasAsked)) reading = device.ask(source.second);
     if (!reading.isCurrent && !threads_->isBusy(source.first)) {
@@ -153,16 +153,27 @@ Reading LinuxSmc::Machine::current(Source source) {
         reading = device.peek(source.second);
     }
     const nanoseconds expiry = std::max<nanoseconds>(expiryAge, interval_ + interval_ / 2);
-    if (now > reading.at + expiry) reading.wasRead = false;
+    if (now > reading.at + expiry || reading.at < awakeSince_) reading.wasRead = false;
     return reading;
 }
 
 bool LinuxSmc::Machine::refreshIfDue(nanoseconds now, bool wasAsked) {
-    const bool isDue = options_.minimumAge.count() > 0 ? now - refreshedAt_ >= options_.minimumAge : wasAsked;
-    if (!isDue) return false;
-    interval_ = now - refreshedAt_;
-    threads_->run(DeviceJob::refresh, described_, options_.patience);
-    refreshedAt_ = timeSinceBoot();
+    const nanoseconds age = now - refreshedAt_;
+    // In less time there was no sleep: most requests come together and need not look.
+    const bool hasSlept = age >= SleepWatch::shortest && hasSleptUntil(now);
+    const bool isDue = options_.minimumAge.count() > 0 ? age >= options_.minimumAge : wasAsked;
+    if (!isDue && !hasSlept) return false;
+    interval_ = age;
+    do {
+        threads_->run(DeviceJob::refresh, described_, options_.patience);
+        refreshedAt_ = options_.clocks.sinceBoot();
+    } while (hasSleptUntil(refreshedAt_));  // in the middle of it: what was read before is worth nothing
+    return true;
+}
+
+bool LinuxSmc::Machine::hasSleptUntil(nanoseconds now) {
+    if (!sleepWatch_.hasSlept()) return false;
+    awakeSince_ = now;
     return true;
 }
 

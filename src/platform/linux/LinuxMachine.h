@@ -92,6 +92,8 @@ class LinuxSmc::Machine {
     Reading current(Source source);
     /// True when it has been.
     bool refreshIfDue(std::chrono::nanoseconds now, bool wasAsked);
+    /// True after a sleep of the machine, once: values that were read before `now` do not count any more.
+    bool hasSleptUntil(std::chrono::nanoseconds now);
     kern_return_t highest(const Entry& entry, Current& current);
     kern_return_t encode(Entry& entry, EncodedValue& value);
     [[nodiscard]] std::string describe(Source source, const Reading& reading) const;
@@ -119,6 +121,9 @@ class LinuxSmc::Machine {
     std::chrono::nanoseconds refreshedAt_{};
     /// Between the last two refreshes.
     std::chrono::nanoseconds interval_{};
+    SleepWatch sleepWatch_;
+    /// When the last sleep was noticed.
+    std::chrono::nanoseconds awakeSince_{};
 };
 
 }  // namespace calorivo

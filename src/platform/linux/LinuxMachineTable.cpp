@@ -37,11 +37,12 @@ bool isFanSpeedKey(std::uint32_t key) {
 
 }  // namespace
 
-LinuxSmc::Machine::Machine(const LinuxSmcOptions& options) : options_(options), store_(options.stateFolder) {
+LinuxSmc::Machine::Machine(const LinuxSmcOptions& options)
+    : options_(options), store_(options.stateFolder), sleepWatch_(options.clocks.asleep) {
     findDevices();
     describeDevices();
     buildTable();
-    refreshedAt_ = timeSinceBoot();
+    refreshedAt_ = options_.clocks.sinceBoot();
 }
 
 void LinuxSmc::Machine::findDevices() {
@@ -59,21 +60,21 @@ void LinuxSmc::Machine::findDevices() {
     if (isMac_) {
         const std::string folder = options_.sys + mac->folder;
         if (openSmcKeyWindow(folder)) {
-            controller_ =
-                std::make_shared<AppleSmcDevice>([sys = options_.sys]() -> std::unique_ptr<SmcKeyWindow> {
-                    for (const LocatedChip& chip : locateHwmonChips(sys))
-                        if (chip.name == macChip) return openSmcKeyWindow(sys + chip.folder);
-                    return nullptr;
-                });
+            const auto open = [sys = options_.sys]() -> std::unique_ptr<SmcKeyWindow> {
+                for (const LocatedChip& chip : locateHwmonChips(sys))
+                    if (chip.name == macChip) return openSmcKeyWindow(sys + chip.folder);
+                return nullptr;
+            };
+            controller_ = std::make_shared<AppleSmcDevice>(open, options_.clocks);
             controllerDevice_ = add(controller_, nullptr);
         }
-        auto files = std::make_shared<HwmonDevice>(options_.sys, *mac);
+        auto files = std::make_shared<HwmonDevice>(options_.sys, *mac, options_.clocks);
         macFilesDevice_ = add(files, files);
     }
     if (isMac_ && !options_.isUsingAllChips) return;
     for (const LocatedChip& chip : chips) {
         if (chip.name == driveChip || chip.name == macChip) continue;
-        auto device = std::make_shared<HwmonDevice>(options_.sys, chip);
+        auto device = std::make_shared<HwmonDevice>(options_.sys, chip, options_.clocks);
         add(device, device);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/SleepWatch.h"
 #include "smc/SmcService.h"
 
 #include <chrono>
@@ -27,6 +28,7 @@ struct LinuxSmcOptions {
     std::chrono::milliseconds minimumAge{100};
     /// How long a request waits for the devices before it answers from the last good values.
     std::chrono::milliseconds patience{50};
+    MachineClocks clocks{};
 };
 
 /// Real hardware behind the record exchange: a Mac's controller through the kernel's applesmc driver, or any
@@ -34,6 +36,7 @@ struct LinuxSmcOptions {
 ///
 /// Chips are read on threads of the provider's own, so that a slow or dead one holds nobody: a request waits
 /// for its chip up to a deadline and then answers from the last good value, as long as that has not expired.
+/// After a sleep of the machine the chips' files are opened anew, and no value from before it is answered.
 class LinuxSmc final : public SmcService {
   public:
     explicit LinuxSmc(LinuxSmcOptions options);

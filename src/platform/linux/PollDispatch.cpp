@@ -89,8 +89,9 @@ class PollDispatch::PollTimer final : public Timer {
     Scheduled scheduled_;
 };
 
-PollDispatch::PollDispatch(QueueFactory makeQueue)
+PollDispatch::PollDispatch(QueueFactory makeQueue, MachineClocks::Clock sinceBoot)
     : makeQueue_(std::move(makeQueue)),
+      sinceBoot_(std::move(sinceBoot)),
       descriptors_(std::make_unique<Descriptors>()),
       mainQueue_([this] { descriptors_->interrupt(); }) {}
 
@@ -110,17 +111,12 @@ std::unique_ptr<Timer> PollDispatch::scheduleTimer(nanoseconds interval, Repeats
                                                  std::make_shared<std::function<void()>>(std::move(action))});
 }
 
-Moment PollDispatch::now() const {
-    timespec time{};
-    clock_gettime(CLOCK_BOOTTIME, &time);
-    return Moment(std::chrono::seconds(time.tv_sec) + nanoseconds(time.tv_nsec));
-}
+Moment PollDispatch::now() const { return Moment(sinceBoot_()); }
 
 WallTime PollDispatch::wallTime() const { return std::chrono::system_clock::now(); }
 
 void PollDispatch::sleep(nanoseconds duration) {
-    const Moment end = now() + std::max(duration, nanoseconds(0));
-    const timespec until = timespecOf(end.time_since_epoch());
+    const timespec until = timespecOf(timeSinceBoot() + std::max(duration, nanoseconds(0)));
     while (clock_nanosleep(CLOCK_BOOTTIME, TIMER_ABSTIME, &until, nullptr) == EINTR) {
     }
 }

@@ -3,6 +3,7 @@
 #include "platform/Dispatch.h"
 #include "platform/MainQueue.h"
 #include "platform/Property.h"
+#include "platform/linux/SleepWatch.h"
 
 #include <atomic>
 #include <cstddef>
@@ -21,8 +22,8 @@ class PollDispatch final : public Dispatch {
   public:
     using QueueFactory = std::function<std::unique_ptr<Queue>(std::string label)>;
 
-    /// `makeQueue` makes the queues that have a thread of their own.
-    explicit PollDispatch(QueueFactory makeQueue);
+    /// `makeQueue` makes the queues that have a thread of their own; `sinceBoot` is the clock.
+    explicit PollDispatch(QueueFactory makeQueue, MachineClocks::Clock sinceBoot = timeSinceBoot);
     ~PollDispatch() override;
 
     [[nodiscard]] Queue& mainQueue() override;
@@ -67,6 +68,7 @@ class PollDispatch final : public Dispatch {
     void waitForEvents(bool mayWait);
 
     QueueFactory makeQueue_;
+    const MachineClocks::Clock sinceBoot_;
     std::vector<Scheduled*> timers_;
     std::unique_ptr<Descriptors> descriptors_;
     MainQueue mainQueue_;

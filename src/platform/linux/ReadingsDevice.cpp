@@ -1,6 +1,6 @@
 #include "platform/linux/ReadingsDevice.h"
 
-#include <ctime>
+#include <algorithm>
 
 namespace calorivo {
 
@@ -10,12 +10,6 @@ namespace {
 constexpr unsigned passesToRemember = 2;
 
 }  // namespace
-
-std::chrono::nanoseconds timeSinceBoot() {
-    timespec time{};
-    clock_gettime(CLOCK_BOOTTIME, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
 
 Reading ReadingsDevice::ask(std::size_t item) {
     if (published_.load(std::memory_order_acquire) != takenOver_) takeOver();
@@ -90,9 +84,14 @@ void ReadingsDevice::publish() {
 }
 
 void ReadingsDevice::readItems() {
+    // A reading is as old as its pass: an early moment never makes an old value look new, nor one from before
+    // a sleep like one from after it.
+    const std::chrono::nanoseconds now = sinceBoot();
+    if (sleepWatch_.hasSlept()) {
+        machineHasSlept();
+        std::fill(results_.begin(), results_.end(), Reading{});
+    }
     const bool isAwake = beginPass();
-    // A reading is as old as its pass: an early moment never makes an old value look new.
-    const std::chrono::nanoseconds now = timeSinceBoot();
     for (const std::size_t i : chosen_) {
         const Reading last = results_[i];
         Reading& reading = results_[i];

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/DeviceThreads.h"
+#include "platform/linux/SleepWatch.h"
 
 #include <array>
 #include <atomic>
@@ -8,12 +9,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace calorivo {
-
-/// Time since the machine was started, sleep included.
-[[nodiscard]] std::chrono::nanoseconds timeSinceBoot();
 
 /// The last reading of one item.
 struct Reading {
@@ -26,6 +25,7 @@ struct Reading {
     bool wasRead = false;
     /// The device slept and was left asleep.
     bool isAsleep = false;
+    /// Since the machine was started: when its pass began.
     std::chrono::nanoseconds at{};
     /// The pass in which it was read.
     unsigned pass = 0;
@@ -38,6 +38,8 @@ struct Reading {
 /// A device with a list of items, of which each pass reads those that somebody asked for lately.
 class ReadingsDevice : public Device {
   public:
+    explicit ReadingsDevice(MachineClocks clocks) : clocks_(std::move(clocks)), sleepWatch_(clocks_.asleep) {}
+
     /// The last reading of the item; notes that it was asked for. Owner's thread.
     [[nodiscard]] Reading ask(std::size_t item);
     /// As ask(), but nothing is noted.
@@ -54,13 +56,18 @@ class ReadingsDevice : public Device {
     virtual bool describe() = 0;
     /// Called after the first pass, before the device counts as described. Reader thread.
     virtual void firstPassEnded() {}
+    /// Called before the first pass after the machine slept: what is kept open is to be opened anew, and the
+    /// device looked for again if it is no longer there. It must not wake the device. Reader thread.
+    virtual void machineHasSlept() {}
     /// Called before a series of readItem(); false when nothing may be read because the device sleeps.
     virtual bool beginPass() { return true; }
-    /// Reads one item now. `last` is the reading before. Reader thread.
+    /// Reads one item now. `last` is the reading before; none was before a sleep. Reader thread.
     virtual void readItem(std::size_t item, const Reading& last, Reading& reading) = 0;
     enum class FirstPass { leave, read };
     /// Only in describe(); `firstPass` says whether the item is read at once or only when it is asked for.
     std::size_t addItem(FirstPass firstPass);
+    /// Time since the machine was started.
+    [[nodiscard]] std::chrono::nanoseconds sinceBoot() const { return clocks_.sinceBoot(); }
 
   private:
     /// So long ago that no pass reads the item.
@@ -75,6 +82,9 @@ class ReadingsDevice : public Device {
     void readItems();
     void publish();
 
+    const MachineClocks clocks_;
+    /// The job's own.
+    SleepWatch sleepWatch_;
     mutable std::mutex mutex_;
     std::vector<Item> items_;
     unsigned pass_ = 10;

@@ -7,10 +7,6 @@ namespace calorivo {
 
 namespace {
 
-/// The two clocks are read one after the other, and the kernel may do something else between: what lies
-/// apart by less is no sleep. No machine falls asleep and wakes in so short a time.
-constexpr auto noise = std::chrono::milliseconds(200);
-
 std::chrono::nanoseconds read(clockid_t clock) {
     timespec time{};
     clock_gettime(clock, &time);
@@ -18,6 +14,8 @@ std::chrono::nanoseconds read(clockid_t clock) {
 }
 
 }  // namespace
+
+std::chrono::nanoseconds timeSinceBoot() { return read(CLOCK_BOOTTIME); }
 
 std::chrono::nanoseconds timeAsleep() {
     // The first of these stands still while the machine sleeps. It is read last, so that what the kernel does
@@ -28,7 +26,7 @@ std::chrono::nanoseconds timeAsleep() {
 
 bool SleepWatch::hasSlept() {
     const std::chrono::nanoseconds now = asleep_();
-    if (now - noted_ < noise) {
+    if (now - noted_ < shortest) {
         // An answer that was too short by accident must not make the next one look like a sleep.
         noted_ = std::max(noted_, now);
         return false;

@@ -38,6 +38,12 @@ void signalDescriptor(int descriptor) {
     [[maybe_unused]] const ssize_t written = write(descriptor, &one, sizeof one);
 }
 
+Moment machineNow() {
+    timespec time{};
+    clock_gettime(CLOCK_BOOTTIME, &time);
+    return Moment(std::chrono::seconds(time.tv_sec) + nanoseconds(time.tv_nsec));
+}
+
 /// Starts anew after each tick, so that ticks that came late or in a sleep of the machine are not made up
 /// for.
 class QtTimer final : public Timer {
@@ -86,8 +92,9 @@ class QtTimer final : public Timer {
 
 }  // namespace
 
-QtDispatch::QtDispatch(QueueFactory makeQueue)
+QtDispatch::QtDispatch(QueueFactory makeQueue, Clock clock)
     : makeQueue_(std::move(makeQueue)),
+      clock_(clock ? std::move(clock) : machineNow),
       wake_(wakeDescriptor()),
       mainQueue_([this] { signalDescriptor(wake_); }),
       notifier_(std::make_unique<QSocketNotifier>(wake_, QSocketNotifier::Read)) {
@@ -113,16 +120,12 @@ std::unique_ptr<Timer> QtDispatch::scheduleTimer(nanoseconds interval, Repeats r
     return std::make_unique<QtTimer>(*this, interval, repeats, std::move(action));
 }
 
-Moment QtDispatch::now() const {
-    timespec time{};
-    clock_gettime(CLOCK_BOOTTIME, &time);
-    return Moment(std::chrono::seconds(time.tv_sec) + nanoseconds(time.tv_nsec));
-}
+Moment QtDispatch::now() const { return clock_(); }
 
 WallTime QtDispatch::wallTime() const { return std::chrono::system_clock::now(); }
 
 void QtDispatch::sleep(nanoseconds duration) {
-    const auto end = (now() + std::max(duration, nanoseconds(0))).time_since_epoch().count();
+    const auto end = (machineNow() + std::max(duration, nanoseconds(0))).time_since_epoch().count();
     const timespec until{end / nanosecondsPerSecond, end % nanosecondsPerSecond};
     while (clock_nanosleep(CLOCK_BOOTTIME, TIMER_ABSTIME, &until, nullptr) == EINTR) {
     }

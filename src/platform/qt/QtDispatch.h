@@ -17,8 +17,11 @@ class QtDispatch final : public Dispatch {
   public:
     using QueueFactory = std::function<std::unique_ptr<Queue>(std::string label)>;
 
-    /// `makeQueue` makes the queues that have a thread of their own.
-    explicit QtDispatch(QueueFactory makeQueue);
+    using Clock = std::function<Moment()>;
+
+    /// `makeQueue` makes the queues that have a thread of their own; `clock` is the machine's unless a test
+    /// has one of its own.
+    explicit QtDispatch(QueueFactory makeQueue, Clock clock = {});
     QtDispatch(const QtDispatch&) = delete;
     QtDispatch& operator=(const QtDispatch&) = delete;
     ~QtDispatch() override;
@@ -37,6 +40,7 @@ class QtDispatch final : public Dispatch {
 
   private:
     QueueFactory makeQueue_;
+    const Clock clock_;
     /// The descriptor that other threads wake the loop by.
     const int wake_;
     MainQueue mainQueue_;

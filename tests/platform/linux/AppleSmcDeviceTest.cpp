@@ -1,5 +1,6 @@
 #include "platform/linux/AppleSmcDevice.h"
 
+#include "FakeMachineClocks.h"
 #include "smc/SmcService.h"
 #include "support/FakeTree.h"
 
@@ -76,10 +77,12 @@ class AppleSmcDeviceTest : public testing::Test {
     }
 
     FakeKeySpace space;
+    test::FakeMachineClocks clocks;
     AppleSmcDevice device{[this]() -> std::unique_ptr<SmcKeyWindow> {
-        ++space.openings;
-        return space.isGone ? nullptr : std::make_unique<FakeWindow>(space);
-    }};
+                              ++space.openings;
+                              return space.isGone ? nullptr : std::make_unique<FakeWindow>(space);
+                          },
+                          clocks.clocks()};
 };
 
 TEST_F(AppleSmcDeviceTest, WalksTheWholeKeySpaceOnce) {
@@ -136,6 +139,29 @@ TEST_F(AppleSmcDeviceTest, OpensTheWindowAgainWhenTheDriverComesBack) {
     EXPECT_EQ(read(2).error, ENODEV);
     EXPECT_EQ(read(2).error, ENODEV);
     EXPECT_EQ(space.openings, 2) << "once at the start, once when it was lost; not at each reading";
+}
+
+TEST_F(AppleSmcDeviceTest, OpensTheWindowAnewAfterASleepOfTheMachine) {
+    device.perform(DeviceJob::describe);
+    clocks.sleep(std::chrono::seconds(3));
+    EXPECT_EQ(read(2).bytes[0], 0x3c);
+    EXPECT_EQ(read(2).bytes[0], 0x3c);
+    EXPECT_EQ(space.openings, 2);
+}
+
+TEST_F(AppleSmcDeviceTest, FirstReadingsThatFailAfterASleepCostNothing) {
+    device.perform(DeviceJob::describe);
+    clocks.sleep(std::chrono::seconds(3));
+    space.keys[2].error = EIO;
+    EXPECT_EQ(read(2).error, EIO);
+    space.keys[2].error = 0;
+    EXPECT_EQ(read(2).error, 0);
+    space.isGone = true;
+    clocks.sleep(std::chrono::seconds(3));
+    EXPECT_EQ(read(2).error, ENODEV);
+    space.isGone = false;
+    clocks.pass(std::chrono::seconds(2));
+    EXPECT_EQ(read(2).bytes[0], 0x3c);
 }
 
 TEST_F(AppleSmcDeviceTest, AMachineWithoutTheWindowIsOfNoUse) {

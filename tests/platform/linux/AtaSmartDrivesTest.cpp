@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
 
 namespace calorivo {
@@ -53,7 +54,8 @@ class AtaSmartDrivesTest : public testing::Test {
     AtaSmartDrivesTest() {
         auto made = std::make_unique<InlineReaders>(tree.root());
         readers = made.get();
-        drives = std::make_unique<AtaSmartDrives>(tree.root(), std::move(made));
+        drives =
+            std::make_unique<AtaSmartDrives>(tree.root(), std::move(made), [this] { return machineAsleep; });
     }
 
     /// One line for each matching drive: what its interface answers to the usual calls.
@@ -101,6 +103,7 @@ class AtaSmartDrivesTest : public testing::Test {
     void sleep(const FakeDisk& disk) { tree.file(disk.device() + "/power/runtime_status", "suspended\n"); }
 
     FakeTree tree;
+    std::chrono::nanoseconds machineAsleep{};
     InlineReaders* readers = nullptr;
     std::unique_ptr<AtaSmartDrives> drives;
     const FakeDisk first{};
@@ -216,6 +219,21 @@ TEST_F(AtaSmartDrivesTest, KeepsTheLastValueOfADriveThatIsLateAndDropsOneThatHan
     EXPECT_EQ(matching(), Texts{"no plug-in"});
     readers->states.clear();
     EXPECT_EQ(matching(), Texts{"A1 38"});
+}
+
+TEST_F(AtaSmartDrivesTest, KeepsNoValueOverASleepOfTheMachine) {
+    addDisk(tree, first);
+    addDrivetemp(tree, first, "38000");
+    addDisk(tree, second);
+    addDrivetemp(tree, second, "41000");
+    EXPECT_EQ(matching(), (Texts{"A1 38", "B2 41"}));
+    readers->states["sda"] = State::late;
+    sleep(second);
+    machineAsleep += std::chrono::hours(8);
+    EXPECT_EQ(matching(), (Texts{"no plug-in", "no plug-in"}));
+    readers->states.clear();
+    tree.file(second.device() + "/power/runtime_status", "active\n");
+    EXPECT_EQ(matching(), (Texts{"A1 38", "B2 41"}));
 }
 
 TEST_F(AtaSmartDrivesTest, ShowsAPluggedDriveAtTheNextUpdateAndARemovedOneNoMore) {

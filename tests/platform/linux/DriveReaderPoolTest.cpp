@@ -26,8 +26,8 @@ using State = DriveAnswer::State;
 const test::DriveReaderStart readerStart;
 
 // A second kind of reader, for drives that misbehave: ask "hang" and it never answers, "gate" and it answers
-// once a file of that name is in the folder, "die" and it ends, "number" and it tells its process as an
-// error.
+// once a file of that name is in the folder, telling how often it was asked as an error, "die" and it ends,
+// "number" and it tells its process as an error.
 constexpr const char* oddReader = "--odd-drive-reader";
 
 std::unique_ptr<AtaDevice> openOddDrive(const std::string& path, int& error) {
@@ -35,7 +35,8 @@ std::unique_ptr<AtaDevice> openOddDrive(const std::string& path, int& error) {
     while (name == "hang") pause();
     while (name == "gate" && !std::filesystem::exists(path)) std::this_thread::sleep_for(milliseconds(1));
     if (name == "die") std::_Exit(3);
-    error = name == "number" ? getpid() : EACCES;
+    static int answered = 0;
+    error = name == "number" ? getpid() : name == "gate" ? ++answered : EACCES;
     return nullptr;
 }
 
@@ -132,6 +133,32 @@ TEST_F(DriveReaderPoolTest, TakesAnAnswerThatComesLateInTheNextRound) {
     while (states == std::vector{State::late});
     EXPECT_EQ(states, std::vector{State::read});
     EXPECT_EQ(pool.processCount(), 1U);
+}
+
+TEST_F(DriveReaderPoolTest, AsksAgainWhatItAskedBeforeASleepOfTheMachine) {
+    std::chrono::nanoseconds asleep(0);
+    DriveReaderOptions options = oddOptions(milliseconds(1));
+    options.asleep = [&asleep] { return asleep; };
+    DriveReaderPool pool(options);
+    EXPECT_EQ(statesOf(pool, {"gate"}), std::vector{State::late});
+    tree.file("gate", "");
+    asleep += hours(8);
+    std::vector<DriveAnswer> answers;
+    do answers = answersOf(pool, {"gate"});
+    while (answers[0].state == State::late);
+    EXPECT_EQ(answers[0].state, State::read);
+    EXPECT_EQ(answers[0].reading.error, 2) << "the second answer, by the same reader";
+    EXPECT_EQ(pool.processCount(), 1U);
+}
+
+TEST_F(DriveReaderPoolTest, ReadsAgainWhenTheMachineSleptInTheMiddle) {
+    DriveReaderOptions options = oddOptions(ample);
+    // Looked at when the pool is made, and at the beginning and at the end of a reading.
+    options.asleep = [looks = 0]() mutable { return hours(++looks <= 2 ? 0 : 8); };
+    DriveReaderPool pool(options);
+    tree.file("gate", "");
+    EXPECT_EQ(answersOf(pool, {"gate"})[0].reading.error, 2);
+    EXPECT_EQ(answersOf(pool, {"gate"})[0].reading.error, 3);
 }
 
 TEST_F(DriveReaderPoolTest, GivesADriveUpAfterItsDeadlineAndTriesAgainWhenItsReaderIsDead) {

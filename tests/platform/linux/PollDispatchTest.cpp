@@ -9,6 +9,7 @@
 #include <array>
 #include <atomic>
 #include <csignal>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -142,6 +143,28 @@ TEST_F(PollDispatchTest, DoesNotMakeUpForLateTicks) {
     // The tick that was held is counted from when it ran: what follows it comes at once, but only one time.
     EXPECT_GE(ticks[2] - ticks[1], interval);
     EXPECT_GE(ticks[3] - ticks[2], interval);
+}
+
+TEST_F(PollDispatchTest, ASleepOfTheMachineIsOneTickAndNoMore) {
+    constexpr milliseconds interval(10);
+    std::chrono::nanoseconds asleep(0);
+    PollDispatch sleeper({}, [&] { return timeSinceBoot() + asleep; });
+    std::vector<Moment> ticks;
+    std::unique_ptr<Timer> later;
+    const auto timer = sleeper.scheduleTimer(interval, Repeats::yes, [&] {
+        ticks.push_back(sleeper.now());
+        note('r');
+        if (ticks.size() == 2) {
+            asleep += std::chrono::hours(1);
+            later = sleeper.scheduleTimer(interval, Repeats::no, [this] { note('l'); });
+        }
+        if (ticks.size() == 5) sleeper.stop();
+    });
+    sleeper.run();
+    ASSERT_EQ(ticks.size(), 5U);
+    EXPECT_GE(ticks[3] - ticks[2], interval) << "nothing is made up for";
+    EXPECT_GE(ticks[4] - ticks[3], interval);
+    EXPECT_EQ(log.substr(0, 3), "rrr") << "the first tick after it comes within one interval";
 }
 
 TEST_F(PollDispatchTest, AnotherThreadsBlockRunsOnTheMainThreadBeforeSyncReturns) {

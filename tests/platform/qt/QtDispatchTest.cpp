@@ -6,8 +6,10 @@
 
 #include <QEventLoop>
 
+#include <memory>
 #include <string>
 #include <thread>
+#include <vector>
 
 // The loop waits in the kernel, so these tests take real milliseconds; none depends on how many.
 
@@ -115,6 +117,28 @@ TEST_F(QtDispatchTest, DoesNotMakeUpForTicksThatCameLate) {
     const auto sinceHold = dispatch.now() - start - milliseconds(110);
     EXPECT_LE(ticks, 2 + std::max<std::int64_t>(0, sinceHold / milliseconds(10)));
     EXPECT_GE(ticks, 1);
+}
+
+TEST_F(QtDispatchTest, ASleepOfTheMachineIsOneTickAndNoMore) {
+    constexpr milliseconds interval(10);
+    std::chrono::nanoseconds asleep(0);
+    QtDispatch sleeper({}, [&] { return dispatch.now() + asleep; });
+    std::vector<Moment> ticks;
+    std::unique_ptr<Timer> later;
+    const auto timer = sleeper.scheduleTimer(interval, Repeats::yes, [&] {
+        ticks.push_back(sleeper.now());
+        note('r');
+        if (ticks.size() == 2) {
+            asleep += std::chrono::hours(1);
+            later = sleeper.scheduleTimer(interval, Repeats::no, [this] { note('l'); });
+        }
+        if (ticks.size() == 5) loop.quit();
+    });
+    loop.exec();
+    ASSERT_EQ(ticks.size(), 5U);
+    EXPECT_GE(ticks[3] - ticks[2], interval) << "nothing is made up for";
+    EXPECT_GE(ticks[4] - ticks[3], interval);
+    EXPECT_EQ(log.substr(0, 3), "rrr") << "the first tick after it comes within one interval";
 }
 
 TEST_F(QtDispatchTest, ADroppedTimerIsNotBegunAnyMore) {
