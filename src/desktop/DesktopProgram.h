@@ -4,6 +4,7 @@
 #include "app/PyroluxAppDelegate.h"
 #include "desktop/DesktopOptions.h"
 #include "desktop/DesktopSystem.h"
+#include "host/Graphics.h"
 #include "platform/linux/LinuxPaths.h"
 #include "platform/qt/PortalSettings.h"
 #include "ui/qt/QtInterface.h"
@@ -59,6 +60,7 @@ class DesktopProgram {
     DesktopSettings settings_;
     PortalSettings portal_;
     QtInterface interface_;
+    std::unique_ptr<Graphics> graphics_;
     std::unique_ptr<PyroluxAppDelegate> delegate_;
     std::vector<std::string> problems_;
     std::vector<Observation> observations_;
