@@ -11,8 +11,7 @@ DisplayWatch::DisplayWatch(GraphicsReader& reader, SleepWatch::Asleep asleep)
 void DisplayWatch::look(const CoreGraphics::ReconfigurationCallback& callback) {
     const bool hasSlept = sleep_.hasSlept();
     const GraphicsState before = std::exchange(known_, reader_.read());
-    const bool isOther =
-        before.isIntegratedInUse != known_.isIntegratedInUse || before.awake != known_.awake;
+    const bool isOther = before.isIntegratedInUse != known_.isIntegratedInUse || before.awake != known_.awake;
     // Both lists are sorted.
     const bool isPluggedIn = !std::ranges::includes(before.displays, known_.displays);
 

@@ -55,8 +55,8 @@ std::vector<GraphicsCard> findGraphicsCards(const std::string& sys) {
 void chooseIntegratedCards(std::vector<GraphicsCard>& cards) {
     for (GraphicsCard& card : cards) {
         const auto [vendor, device, subvendor, subdevice] = card.identity;
-        card.isIntegrated = isProcessorGPU(vendor, device, card.address) ||
-                            (vendor == nvidia && device == nvidiaChipSet);
+        card.isIntegrated =
+            isProcessorGPU(vendor, device, card.address) || (vendor == nvidia && device == nvidiaChipSet);
     }
     if (std::ranges::any_of(cards, &GraphicsCard::isIntegrated)) return;
     for (GraphicsCard& card : cards) card.isIntegrated = card.isBootVGA;

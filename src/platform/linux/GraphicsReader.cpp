@@ -41,8 +41,7 @@ GraphicsState GraphicsReader::read() {
         state.isSwitchedDynamically = vgaSwitch->isDynamic;
     }
     for (GraphicsConnector& connector : found.connectors)
-        if (!connector.isPanel && connector.isConnected)
-            state.displays.push_back(std::move(connector.name));
+        if (!connector.isPanel && connector.isConnected) state.displays.push_back(std::move(connector.name));
     return state;
 }
 
@@ -56,8 +55,7 @@ void GraphicsReader::updateCards(const GraphicsConnectors& found) {
 void GraphicsReader::choosePanelOwner(const std::vector<GraphicsConnector>& connectors) {
     // A panel that is switched off, with its lid closed for instance, stays with its owner.
     for (const GraphicsConnector& connector : connectors)
-        if (connector.isPanel && connector.isConnected && connector.isEnabled)
-            panelOwner_ = connector.device;
+        if (connector.isPanel && connector.isConnected && connector.isEnabled) panelOwner_ = connector.device;
 }
 
 bool GraphicsReader::canPanelChangeOver(const std::vector<GraphicsConnector>& connectors) const {
@@ -68,7 +66,8 @@ bool GraphicsReader::canPanelChangeOver(const std::vector<GraphicsConnector>& co
     };
     bool isOnIntegrated = false;
     bool isOnDiscrete = false;
-    for (const GraphicsCard& card : cards_) (card.isIntegrated ? isOnIntegrated : isOnDiscrete) |= hasPanel(card);
+    for (const GraphicsCard& card : cards_)
+        (card.isIntegrated ? isOnIntegrated : isOnDiscrete) |= hasPanel(card);
     return isOnIntegrated && isOnDiscrete;
 }
 

@@ -35,7 +35,8 @@ std::vector<std::uint8_t> registryBytes(const std::string& text) {
 
 std::vector<RegistryProperties> LinuxGraphicsControl::servicesOf(const std::string& className) const {
     std::vector<RegistryProperties> services;
-    if (className == "AppleGraphicsControl" && canSwitchGraphics(reader_.findCards())) services.emplace_back();
+    if (className == "AppleGraphicsControl" && canSwitchGraphics(reader_.findCards()))
+        services.emplace_back();
     if (className == "IOPCIDevice") {
         PciNames names(pciIds_);  // a megabyte of text, which goes again at once
         for (const GraphicsCard& card : reader_.findCards())

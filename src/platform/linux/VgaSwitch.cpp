@@ -35,8 +35,7 @@ std::optional<Client> parseClient(std::string_view line) {
     const std::string_view device = takeField(line);
     const std::string_view output = takeField(line);
     const std::string_view power = takeField(line);
-    const bool isNumber =
-        !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
+    const bool isNumber = !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
     if (!isNumber || !isOneOf(device, devices) || !isOneOf(output, outputs) || !isOneOf(power, powers) ||
         line.empty())
         return std::nullopt;

@@ -36,9 +36,9 @@ TEST(GraphicsCards, AreTheDisplayDevicesOnPCIInTheOrderOfTheirAddresses) {
     tree.gpu("0000:00:02.0", "0x8086", "0x3e9b", "card0");
     tree.file("bus/pci/devices/0000:00:03.0/class", "").file("bus/pci/devices/0000:00:04.0", "no folder");
     tree.folder("bus/pci/devices/0000:00:05.0");
-    EXPECT_EQ(findGraphicsCards(tree.root()), (Cards{integrated(card("0000:00:02.0", 0x8086, 0x3e9b, true)),
-                                                     card("0000:01:00.0", 0x1002, 0x67ef),
-                                                     card("0000:02:00.0", 0x10de, 0x1f91)}));
+    EXPECT_EQ(findGraphicsCards(tree.root()),
+              (Cards{integrated(card("0000:00:02.0", 0x8086, 0x3e9b, true)),
+                     card("0000:01:00.0", 0x1002, 0x67ef), card("0000:02:00.0", 0x10de, 0x1f91)}));
 }
 
 TEST(GraphicsCards, AreIntegratedByTheirNumbersAndPlaceOrElseByTheStartOfTheMachine) {

@@ -100,7 +100,8 @@ class KernelEventsTest : public testing::Test {
         std::array<int, 2> ends{};
         EXPECT_EQ(socketpair(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()), 0);
         kernel = FileDescriptor(ends[0]);
-        events = KernelEvents(FileDescriptor(ends[1]), [this](const msghdr& /*message*/) { return isTrusted; });
+        events =
+            KernelEvents(FileDescriptor(ends[1]), [this](const msghdr& /*message*/) { return isTrusted; });
     }
     void send(const std::string& datagram) const {
         EXPECT_EQ(::send(kernel.get(), datagram.data(), datagram.size(), 0),

@@ -107,7 +107,8 @@ TEST_F(LinuxGraphicsControlTest, RefusesWhatItDoesNotKnow) {
     tree.hybridNotebook();
     const io_connect_t connection = connect();
     EXPECT_EQ(call(connection, 4, {}), io_return::unsupported);
-    for (const std::uint64_t number : {0U, 1U, 2U, 3U, 6U, 8U}) EXPECT_EQ(state(connection, number), std::nullopt);
+    for (const std::uint64_t number : {0U, 1U, 2U, 3U, 6U, 8U})
+        EXPECT_EQ(state(connection, number), std::nullopt);
     EXPECT_EQ(call(connection, 3, {1, 7}), io_return::badArgument) << "no room for the answer";
     EXPECT_EQ(call(connection, 3, {1}), io_return::badArgument);
     const std::array<std::uint64_t, 2> otherSwitch{2, 7};
@@ -116,9 +117,9 @@ TEST_F(LinuxGraphicsControlTest, RefusesWhatItDoesNotKnow) {
     EXPECT_EQ(control.IOConnectCallScalarMethod(connection, 3, otherSwitch, &value, count),
               io_return::badArgument);
     count = 0;
-    EXPECT_EQ(control.IOConnectCallScalarMethod(connection, 3, std::array<std::uint64_t, 2>{1, 7}, &value,
-                                                count),
-              io_return::badArgument);
+    EXPECT_EQ(
+        control.IOConnectCallScalarMethod(connection, 3, std::array<std::uint64_t, 2>{1, 7}, &value, count),
+        io_return::badArgument);
     EXPECT_EQ(value, 99U);
 
     io_iterator_t iterator = 77;
