@@ -4,8 +4,10 @@
 
 namespace calorivo {
 
-Engine::Engine(Dispatch& dispatch, Queue& checkQueue, FileManager& files, const CycleOutputs& outputs)
+Engine::Engine(Dispatch& dispatch, Queue& checkQueue, FileManager& files, const CycleOutputs& outputs,
+               GPUNames* gpuNames)
     : files_(files),
+      naming(lists, gpuNames != nullptr ? *gpuNames : noGPUNames_),
       cycle({dispatch, checkQueue, lists, naming, reader, fans, preferences, gpu, averages, outputs}) {}
 
 void Engine::discover(const ProcessArguments& arguments, std::vector<ModelTable> modelTables,

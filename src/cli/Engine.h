@@ -14,15 +14,16 @@ class SensorProvider;
 /// The monitoring engine without a desktop: owns its state and its parts, and wires them. Main thread.
 class Engine {
   public:
-    /// All must outlive it. The SMC connection must be open.
-    Engine(Dispatch& dispatch, Queue& checkQueue, FileManager& files, const CycleOutputs& outputs);
+    /// All must outlive it. The SMC connection must be open. Without names for graphics processors they are
+    /// numbered.
+    Engine(Dispatch& dispatch, Queue& checkQueue, FileManager& files, const CycleOutputs& outputs,
+           GPUNames* gpuNames = nullptr);
 
     /// Finds the sensors and fans. `lists.modelName` must have been set.
     void discover(const ProcessArguments& arguments, std::vector<ModelTable> modelTables,
                   std::vector<ModelTableEntry> machineSensors);
 
   private:
-    /// No names for graphics processors: they are numbered.
     struct NoGPUNames final : GPUNames {
         [[nodiscard]] std::optional<std::string> integratedGPUName() override { return std::nullopt; }
         [[nodiscard]] std::optional<std::string> discreteGPUName() override { return std::nullopt; }
@@ -31,7 +32,7 @@ class Engine {
     struct NoUserDefaults final : UserDefaults {
         void synchronize() override {}
     };
-    NoGPUNames gpuNames_;
+    NoGPUNames noGPUNames_;
     NoUserDefaults userDefaults_;
     FileManager& files_;
     std::vector<ModelTable> modelTables_;
@@ -40,7 +41,7 @@ class Engine {
     SensorLists lists;
     Preferences preferences;
     GPUState gpu;
-    SensorNaming naming{lists, gpuNames_};
+    SensorNaming naming;
     TemperatureReader reader{lists, preferences, gpu};
     Fans fans{lists, userDefaults_};
     Averages averages;

@@ -30,6 +30,7 @@ bool Session::open() {
         return false;
     }
     provider_ = makeProvider(options_, keysInput_.text(), surroundings_.paths, dispatch_);
+    graphics_ = makeGraphics(options_, dispatch_, noSystemLog_);
     smcSetIOKit(provider_.get());
     smcSetOutput(stderr);
     smcOpen();
@@ -37,7 +38,8 @@ bool Session::open() {
 }
 
 Engine& Session::discover(Queue& checkQueue, const CycleOutputs& outputs) {
-    engine_ = std::make_unique<Engine>(dispatch_, checkQueue, keysInput_, outputs);
+    GPUNames* const gpuNames = graphics_ ? &graphics_->switcher() : nullptr;
+    engine_ = std::make_unique<Engine>(dispatch_, checkQueue, keysInput_, outputs, gpuNames);
     engine_->preferences.tempUnit = options_.isFahrenheit ? 1 : 0;
 
     ProblemList problems(surroundings_.streams.errors);

@@ -3,13 +3,16 @@
 #include "cli/Engine.h"
 #include "cli/Options.h"
 #include "cli/Output.h"
+#include "host/Graphics.h"
 #include "host/KeysInput.h"
 #include "platform/Dispatch.h"
 #include "platform/SensorProvider.h"
+#include "platform/SystemLog.h"
 #include "platform/linux/LinuxPaths.h"
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace calorivo {
 
@@ -49,6 +52,10 @@ class Session {
     [[nodiscard]] const KeysInput& keysInput() const { return keysInput_; }
 
   private:
+    /// Of the graphics only the names are asked for, which leave no lines.
+    struct NoSystemLog final : SystemLog {
+        void log(std::string_view /*line*/) override {}
+    };
     [[nodiscard]] ProcessArguments processArguments() const;
 
     const Options& options_;
@@ -56,6 +63,8 @@ class Session {
     Dispatch& dispatch_;
     KeysInput keysInput_;
     std::unique_ptr<SensorProvider> provider_;
+    NoSystemLog noSystemLog_;
+    std::unique_ptr<Graphics> graphics_;
     std::unique_ptr<Engine> engine_;
 };
 

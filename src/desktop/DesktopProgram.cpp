@@ -93,6 +93,9 @@ void DesktopProgram::makeDelegate() {
     configuration.modelTables = system_.modelTables(problems_);
     ApplicationPorts ports;
     ports.makeSmartController = [this] { return makeDrives(options_, driveReaderProgram()); };
+    graphics_ = makeGraphics(options_, system_.dispatch, system_.systemLog);
+    if (graphics_) ports.gpuSwitcher = &graphics_->switcher();
+    if (graphics_) ports.gpuNames = &graphics_->switcher();
     delegate_ = std::make_unique<PyroluxAppDelegate>(system_.platform(), interface_.interface(),
                                                      std::move(configuration), std::move(ports));
     SensorProvider& provider = system_.provider();

@@ -5,6 +5,7 @@
 #include "desktop/CheckAfterSleep.h"
 #include "desktop/DesktopOptions.h"
 #include "desktop/DesktopSystem.h"
+#include "host/Graphics.h"
 #include "platform/linux/LinuxPaths.h"
 #include "platform/qt/PortalSettings.h"
 #include "ui/qt/QtInterface.h"
@@ -61,6 +62,7 @@ class DesktopProgram {
     DesktopSettings settings_;
     PortalSettings portal_;
     QtInterface interface_;
+    std::unique_ptr<Graphics> graphics_;
     std::unique_ptr<PyroluxAppDelegate> delegate_;
     std::optional<CheckAfterSleep> checkAfterSleep_;
     std::vector<std::string> problems_;

@@ -30,7 +30,7 @@ constexpr std::array<DeviceRange, 24> amdProcessors{{
 }};
 
 /// On the processor's own bus, not behind a bridge: "0000:00:02.0".
-bool isOnRootBus(const HwmonChip& chip) { return chip.pciAddress.find(":00:") != std::string::npos; }
+bool isOnRootBus(std::string_view address) { return address.find(":00:") != std::string_view::npos; }
 
 bool hasHotSpotOrMemory(const HwmonChip& chip) {
     return std::ranges::any_of(chip.channels, [](const HwmonChannel& channel) {
@@ -63,13 +63,16 @@ char freeSlot(const std::vector<GpuSlot>& gpus, const GpuSlot& gpu, const KeySto
 
 }  // namespace
 
+bool isProcessorGPU(std::uint32_t vendor, std::uint32_t device, std::string_view address) {
+    if (vendor == intel) return isOnRootBus(address);
+    return vendor == amd && std::ranges::any_of(amdProcessors, [device](const DeviceRange& range) {
+               return device >= range.first && device <= range.last;
+           });
+}
+
 bool isIntegratedGPU(const HwmonChip& chip, const std::vector<const HwmonChip*>& gpus) {
-    if (chip.pciVendor == intel) return isOnRootBus(chip);
+    if (isProcessorGPU(chip.pciVendor, chip.pciDevice, chip.pciAddress)) return true;
     if (chip.pciVendor != amd) return false;
-    const auto isListed = [&chip](const DeviceRange& range) {
-        return chip.pciDevice >= range.first && chip.pciDevice <= range.last;
-    };
-    if (std::ranges::any_of(amdProcessors, isListed)) return true;
     // A newer one: it starts the screen and has one sensor, beside a card that has more.
     return chip.isBootVGA && !hasHotSpotOrMemory(chip) &&
            std::ranges::any_of(gpus, [](const HwmonChip* other) { return hasHotSpotOrMemory(*other); });

@@ -5,7 +5,9 @@
 #include "platform/linux/KeyStore.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace calorivo {
@@ -19,6 +21,8 @@ struct GpuSlot {
     friend bool operator==(const GpuSlot&, const GpuSlot&) = default;
 };
 
+/// A GPU that is known as part of a processor, by its numbers and its place on the bus.
+[[nodiscard]] bool isProcessorGPU(std::uint32_t vendor, std::uint32_t device, std::string_view address);
 /// A GPU that is part of the processor. `gpus` are all chips of GPUs, itself among them.
 [[nodiscard]] bool isIntegratedGPU(const HwmonChip& chip, const std::vector<const HwmonChip*>& gpus);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/linux/PciNames.h"
 #include "platform/linux/SleepWatch.h"
 #include "smc/SmcService.h"
 
@@ -19,8 +20,8 @@ struct LinuxSmcOptions {
     /// The naming rules, read in this order; rules of a later file win. Files that are absent are passed
     /// over.
     std::vector<std::string> namingFiles;
-    /// The names of PCI devices.
-    std::string pciIds = "/usr/share/misc/pci.ids";
+    /// The names of PCI devices; see PciNames.
+    std::string pciIds = pciIdsPlaces;
     /// On a Mac, show also the chips beside the controller, which mostly measure the same parts again.
     bool isUsingAllChips = false;
     /// How old a value may be before asking for it reads the hardware again. With 0 a key that is asked for a

@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 namespace calorivo {
 namespace {
@@ -119,30 +120,38 @@ std::string_view pciDeviceText(std::string_view text, std::string_view vendor, s
 }
 
 void PciNames::read() {
-    if (isRead_) return;
-    isRead_ = true;
-    const FileDescriptor file(open(file_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (std::exchange(isRead_, true)) return;
+    for (std::string_view rest = places_; !rest.empty();) {
+        const std::string_view path = rest.substr(0, rest.find(':'));
+        if (readFile(std::string(path))) return;
+        rest.remove_prefix(std::min(rest.size(), path.size() + 1));
+    }
+}
+
+bool PciNames::readFile(const std::string& path) {
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     struct stat status {};
-    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
-    if (status.st_size > static_cast<off_t>(fileLimit)) return;
+    if (!file.isOpen() || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    if (status.st_size > static_cast<off_t>(fileLimit)) return false;
     // A megabyte that is about to be overwritten is not cleared first.
     const auto room = static_cast<std::size_t>(status.st_size);
     buffer_ = std::make_unique_for_overwrite<char[]>(room);
     const ssize_t length = pread(file.get(), buffer_.get(), room, 0);
     if (length > 0) text_ = {buffer_.get(), static_cast<std::size_t>(length)};
+    return !text_.empty();
 }
 
-std::string PciNames::gpuName(const HwmonChip& chip) {
-    if (chip.pciVendor == 0) return "GPU";
-    const auto* const maker = std::ranges::find(makers, chip.pciVendor, &Maker::vendor);
+std::string PciNames::gpuName(const PciIdentity& gpu) {
+    if (gpu.vendor == 0) return "GPU";
+    const auto* const maker = std::ranges::find(makers, gpu.vendor, &Maker::vendor);
     std::string result(maker == makers.end() ? "" : maker->name);
     read();
     const std::string subsystem =
-        chip.pciSubvendor == apple ? hexadecimal(apple) + ' ' + hexadecimal(chip.pciSubdevice) : "";
+        gpu.subvendor == apple ? hexadecimal(apple) + ' ' + hexadecimal(gpu.subdevice) : "";
     const std::string_view text =
-        pciDeviceText(text_, hexadecimal(chip.pciVendor), hexadecimal(chip.pciDevice), subsystem);
+        pciDeviceText(text_, hexadecimal(gpu.vendor), hexadecimal(gpu.device), subsystem);
     const std::string name = cleanedText(marketingName(text));
-    if (name.empty()) return result + "GPU " + hexadecimal(chip.pciDevice);
+    if (name.empty()) return result + "GPU " + hexadecimal(gpu.device);
     return name.starts_with(result) ? name : result + name;
 }
 

@@ -2,25 +2,43 @@
 
 #include "platform/linux/HwmonChip.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace calorivo {
 
-/// The names of PCI devices, from the text file that systems carry for them ("pci.ids"). The file is read
-/// when the first name is asked for.
+/// What kind of PCI device it is, and whose version of it; 0 where that is unknown.
+struct PciIdentity {
+    std::uint32_t vendor = 0;
+    std::uint32_t device = 0;
+    std::uint32_t subvendor = 0;
+    std::uint32_t subdevice = 0;
+    friend bool operator==(const PciIdentity&, const PciIdentity&) = default;
+};
+
+/// Where systems keep the file with the names of PCI devices ("pci.ids").
+inline constexpr const char* pciIdsPlaces = "/usr/share/misc/pci.ids:/usr/share/hwdata/pci.ids";
+
+/// The names of PCI devices, from the text file that systems carry for them. The file is read when the first
+/// name is asked for.
 class PciNames {
   public:
-    explicit PciNames(std::string file) : file_(std::move(file)) {}
+    /// Paths separated by colons: the first that can be read counts.
+    explicit PciNames(std::string places) : places_(std::move(places)) {}
 
     /// "AMD Radeon RX 6800"; "Intel GPU 3e9b" when the file does not know it; "GPU" for no PCI device.
-    [[nodiscard]] std::string gpuName(const HwmonChip& chip);
+    [[nodiscard]] std::string gpuName(const PciIdentity& gpu);
+    [[nodiscard]] std::string gpuName(const HwmonChip& chip) {
+        return gpuName({chip.pciVendor, chip.pciDevice, chip.pciSubvendor, chip.pciSubdevice});
+    }
 
   private:
     void read();
+    [[nodiscard]] bool readFile(const std::string& path);
 
-    std::string file_;
+    std::string places_;
     bool isRead_ = false;
     std::unique_ptr<char[]> buffer_;
     std::string_view text_;

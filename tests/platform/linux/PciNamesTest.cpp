@@ -87,6 +87,19 @@ TEST(PciNames, FindsAVendorInTheFirstLineAndADeviceInTheLast) {
     EXPECT_EQ(pciDeviceText("", "8086", "0002", ""), "");
 }
 
+TEST(PciNames, TakesTheFirstFileThatCanBeRead) {
+    const TemporaryFolder folder;
+    const std::string first = folder.write("first", "8086  Intel\n\t3e9b  First\n");
+    const std::string second = folder.write("second", "8086  Intel\n\t3e9b  Second\n");
+    const std::string empty = folder.write("empty", "");
+    const auto nameBy = [](const std::string& places) {
+        return PciNames(places).gpuName(device(0x8086, 0x3e9b));
+    };
+    EXPECT_EQ(nameBy(first + ':' + second), "Intel First");
+    EXPECT_EQ(nameBy(folder.path("absent") + ':' + empty + "::" + second), "Intel Second");
+    EXPECT_EQ(nameBy(folder.path("absent") + ':'), "Intel GPU 3e9b");
+}
+
 TEST(PciNames, GoesWithoutTheFile) {
     const TemporaryFolder folder;
     ASSERT_EQ(::mkfifo(folder.path("fifo").c_str(), 0600), 0);
