@@ -66,7 +66,7 @@ class SleepingGraphicsTest : public testing::Test {
         tree.connector(discrete, "card1", "HDMI-A-1", "disconnected", "disabled");
         for (const char* const file :
              {"/config", "/resource0", "/gpu_busy_percent", "/current_link_speed", "/rom", "/uevent",
-              "/power_state", "/power/runtime_usage", "/drm/card1/card1-HDMI-A-1/edid",
+              "/power_state", "/power/wakeup", "/drm/card1/card1-HDMI-A-1/edid",
               "/drm/card1/card1-HDMI-A-1/modes", "/drm/card1/card1-HDMI-A-1/dpms"})
             tree.file(folder + file, "tempting\n");
         tree.power(discrete, "suspended");

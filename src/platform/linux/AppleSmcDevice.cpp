@@ -109,13 +109,13 @@ void AppleSmcDevice::machineHasSlept() {
     nextSearch_ = {};
 }
 
-bool AppleSmcDevice::beginPass() {
+AppleSmcDevice::Pass AppleSmcDevice::beginPass() {
     constexpr auto searchInterval = std::chrono::seconds(2);
     if (!window_ && sinceBoot() >= nextSearch_) {
         nextSearch_ = sinceBoot() + searchInterval;
         window_ = open_();
     }
-    return true;
+    return Pass::read;
 }
 
 void AppleSmcDevice::readItem(std::size_t item, const Reading& /*last*/, Reading& reading) {

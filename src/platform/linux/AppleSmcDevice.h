@@ -62,7 +62,7 @@ class AppleSmcDevice final : public ReadingsDevice {
   protected:
     bool describe() override;
     void machineHasSlept() override;
-    bool beginPass() override;
+    Pass beginPass() override;
     void readItem(std::size_t item, const Reading& last, Reading& reading) override;
 
   private:

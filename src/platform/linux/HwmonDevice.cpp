@@ -70,17 +70,14 @@ bool HwmonDevice::describe() {
     names_ = std::move(described.files);
     files_.reserve(names_.size());
     constexpr std::uint32_t displayClass = 0x03;
-    if (chip_.pciClass >> 8 == displayClass) openRuntimeStatus();
+    if (chip_.pciClass >> 8 == displayClass) openRuntimePower();
     for (const HwmonChannel& channel : chip_.channels) addChannel(channel);
     return !chip_.channels.empty();
 }
 
-void HwmonDevice::openRuntimeStatus() {
+void HwmonDevice::openRuntimePower() {
     const FileDescriptor device = openFolder(sys_ + located_.rawDevicePath);
-    if (!device.isOpen()) return;
-    FileDescriptor status = openAttribute(device.get(), "power/runtime_status");
-    // One that was opened earlier is better than none: without it a device that sleeps would be woken.
-    if (status.isOpen()) runtimeStatus_ = std::move(status);
+    if (device.isOpen()) runtimePower_.open(device.get());
 }
 
 void HwmonDevice::firstPassEnded() {
@@ -112,21 +109,24 @@ void HwmonDevice::machineHasSlept() {
     // place, and chips that are told apart by counting only need not be looked for.
     if (!isLost_) loseIfGone();
     nextSearch_ = {};
-    if (!isLost_ && runtimeStatus_.isOpen()) openRuntimeStatus();
+    if (!isLost_ && runtimePower_.isOpen()) openRuntimePower();
 }
 
-bool HwmonDevice::beginPass() {
+HwmonDevice::Pass HwmonDevice::beginPass() {
     if (isLost_ && sinceBoot() >= nextSearch_) {
         nextSearch_ = sinceBoot() + searchInterval;
         isLost_ = !findAgain();
     }
-    if (!runtimeStatus_.isOpen()) return true;
-    std::array<char, 32> status{};
-    const ssize_t length = pread(runtimeStatus_.get(), status.data(), status.size(), 0);
-    if (length <= 0) return true;
-    std::string_view text(status.data(), static_cast<std::size_t>(length));
-    if (text.ends_with('\n')) text.remove_suffix(1);
-    return !isAsleepStatus(text);
+    if (!runtimePower_.isOpen()) return Pass::read;
+    switch (runtimePower_.advice(sinceBoot())) {
+        case RuntimePower::Advice::read:
+            return Pass::read;
+        case RuntimePower::Advice::wait:
+            return Pass::keep;
+        case RuntimePower::Advice::leave:
+            break;
+    }
+    return Pass::leaveAsleep;
 }
 
 void HwmonDevice::readItem(std::size_t item, const Reading& last, Reading& reading) {
@@ -184,7 +184,7 @@ bool HwmonDevice::findAgain() {
         const std::lock_guard lock(placeMutex_);
         located_ = *found;
     }
-    if (runtimeStatus_.isOpen()) openRuntimeStatus();
+    if (runtimePower_.isOpen()) openRuntimePower();
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/linux/HwmonScan.h"
 #include "platform/linux/ReadingsDevice.h"
+#include "platform/linux/RuntimePower.h"
 
 #include <chrono>
 #include <map>
@@ -35,7 +36,7 @@ class HwmonDevice final : public ReadingsDevice {
     bool describe() override;
     void firstPassEnded() override;
     void machineHasSlept() override;
-    bool beginPass() override;
+    Pass beginPass() override;
     void readItem(std::size_t item, const Reading& last, Reading& reading) override;
 
   private:
@@ -50,7 +51,7 @@ class HwmonDevice final : public ReadingsDevice {
     };
     void addFile(std::string name, FirstPass firstPass);
     void addChannel(const HwmonChannel& channel);
-    void openRuntimeStatus();
+    void openRuntimePower();
     bool isFaulty(const File& file) const;
     int openFile(File& file);
     void loseIfGone();
@@ -62,8 +63,8 @@ class HwmonDevice final : public ReadingsDevice {
     LocatedChip located_;
     HwmonChip chip_;
     std::shared_ptr<const FileDescriptor> folder_;
-    /// GPUs only: tells whether the device sleeps.
-    FileDescriptor runtimeStatus_;
+    /// GPUs only.
+    RuntimePower runtimePower_;
     std::vector<File> files_;
     std::map<std::string, std::size_t, std::less<>> items_;
     std::vector<std::string> names_;

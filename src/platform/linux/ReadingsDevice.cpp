@@ -91,16 +91,20 @@ void ReadingsDevice::readItems() {
         machineHasSlept();
         std::fill(results_.begin(), results_.end(), Reading{});
     }
-    const bool isAwake = beginPass();
+    const Pass pass = beginPass();
+    if (pass != Pass::keep) fullPassAt_ = now;
     for (const std::size_t i : chosen_) {
         const Reading last = results_[i];
         Reading& reading = results_[i];
-        reading = {};
-        reading.wasRead = true;
-        if (isAwake)
-            readItem(i, last, reading);
-        else
-            reading.isAsleep = true;
+        const bool hasValue = last.wasRead && !last.isAsleep && last.error == 0 && last.at >= fullPassAt_;
+        if (pass != Pass::keep || !hasValue) {
+            reading = {};
+            reading.wasRead = true;
+            if (pass == Pass::leaveAsleep)
+                reading.isAsleep = true;
+            else
+                readItem(i, last, reading);
+        }
         reading.at = now;
     }
 }

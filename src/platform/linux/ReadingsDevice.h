@@ -59,8 +59,15 @@ class ReadingsDevice : public Device {
     /// Called before the first pass after the machine slept: what is kept open is to be opened anew, and the
     /// device looked for again if it is no longer there. It must not wake the device. Reader thread.
     virtual void machineHasSlept() {}
-    /// Called before a series of readItem(); false when nothing may be read because the device sleeps.
-    virtual bool beginPass() { return true; }
+    enum class Pass {
+        read,
+        /// What the last pass read holds; only what it did not read is read now.
+        keep,
+        /// Nothing may be read, because the device sleeps.
+        leaveAsleep,
+    };
+    /// Called before a series of readItem().
+    virtual Pass beginPass() { return Pass::read; }
     /// Reads one item now. `last` is the reading before; none was before a sleep. Reader thread.
     virtual void readItem(std::size_t item, const Reading& last, Reading& reading) = 0;
     enum class FirstPass { leave, read };
@@ -98,6 +105,8 @@ class ReadingsDevice : public Device {
     /// The job's own: which items it reads, and what it read last of all.
     std::vector<std::size_t> chosen_;
     std::vector<Reading> results_;
+    /// When the last pass began that did not keep what was read before it.
+    std::chrono::nanoseconds fullPassAt_{};
 };
 
 }  // namespace calorivo

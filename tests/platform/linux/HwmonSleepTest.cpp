@@ -158,6 +158,42 @@ TEST_F(GPUSleepTest, AGraphicsProcessorThatSleepsAfterItIsNotRead) {
     EXPECT_EQ(read().value, 99000);
 }
 
+TEST_F(GPUSleepTest, AnIdleGraphicsProcessorIsNotKeptAwakeByItsReadings) {
+    tree.temperature(chip, 2, "60000", "junction");
+    tree.file(pci + "/power/control", "auto\n").file(pci + "/power/autosuspend_delay_ms", "5000\n");
+    describe();
+    clocks.pass(2s);
+    tree.file(chip + "/temp1_input", "70000\n").file(chip + "/temp2_input", "80000\n");
+    const Reading held = read();
+    EXPECT_EQ(held.value, 51000) << "what it read last holds";
+    EXPECT_EQ(held.error, 0);
+    EXPECT_EQ(held.at, clocks.clocks().sinceBoot()) << "and does not grow old";
+    clocks.pass(2s);
+    EXPECT_EQ(read().value, 51000);
+    clocks.pass(2s);
+    EXPECT_EQ(read().value, 70000) << "it did not fall asleep: somebody else uses it";
+    clocks.pass(5s);
+    tree.file(chip + "/temp1_input", "71000\n");
+    EXPECT_EQ(read().value, 70000);
+    tree.file(pci + "/power/runtime_status", "suspended\n");
+    EXPECT_TRUE(read().isAsleep);
+}
+
+TEST_F(GPUSleepTest, AValueThatNobodyAskedForMeanwhileIsNotTakenForANewOne) {
+    tree.temperature(chip, 2, "60000", "junction");
+    tree.file(pci + "/power/control", "auto\n").file(pci + "/power/autosuspend_delay_ms", "5000\n");
+    describe();
+    for (int i = 0; i < 5; ++i) {  // the second one is forgotten
+        clocks.pass(6s);
+        EXPECT_EQ(read().value, 51000);
+    }
+    tree.file(chip + "/temp2_input", "80000\n");
+    static_cast<void>(device->ask(device->itemOf("temp2_input")));
+    clocks.pass(1s);
+    device->perform(DeviceJob::refresh);  // notes that it was asked for
+    EXPECT_EQ(read("temp2_input").value, 80000);
+}
+
 TEST_F(GPUSleepTest, AStatusThatCannotBeOpenedAnewIsReadAsBefore) {
     describe();
     tree.file(pci + "/power/runtime_status", "suspended\n").remove(pci + "/power/runtime_status");
