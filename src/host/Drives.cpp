@@ -3,6 +3,7 @@
 #include "monitor/ISPSmartController.h"
 #include "platform/linux/AtaSmartDrives.h"
 #include "platform/linux/DriveReaderPool.h"
+#include "platform/linux/LinuxMountedVolumes.h"
 #include "platform/linux/LinuxPaths.h"
 
 #include <unistd.h>
@@ -28,7 +29,9 @@ void markListed(std::vector<DriveDetails>& drives, const std::vector<DriveDictio
 class LinuxDrives final : public Drives {
   public:
     explicit LinuxDrives(std::string sys, std::unique_ptr<DriveReaders> readers)
-        : ataSmart_(std::move(sys), std::move(readers)), controller_(ataSmart_) {}
+        : volumes_("/proc", sys),
+          ataSmart_(std::move(sys), std::move(readers)),
+          controller_(ataSmart_, &volumes_) {}
 
     void update() override {
         controller_.update();
@@ -46,6 +49,7 @@ class LinuxDrives final : public Drives {
     }
 
   private:
+    LinuxMountedVolumes volumes_;
     AtaSmartDrives ataSmart_;
     ISPSmartController controller_;
     mutable std::mutex mutex_;
