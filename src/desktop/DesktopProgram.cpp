@@ -90,7 +90,11 @@ void DesktopProgram::makeDelegate() {
     configuration.documentDirectories = {documentsFolder()};
     configuration.modelTables = system_.modelTables(problems_);
     ApplicationPorts ports;
-    ports.makeSmartController = [this] { return makeDrives(options_, driveReaderProgram()); };
+    ports.makeSmartController = [this] {
+        auto drives = makeDrives(options_, driveReaderProgram());
+        drives_ = drives.get();
+        return drives;
+    };
     delegate_ = std::make_unique<PyroluxAppDelegate>(system_.platform(), interface_.interface(),
                                                      std::move(configuration), std::move(ports));
     SensorProvider& provider = system_.provider();
@@ -101,10 +105,19 @@ void DesktopProgram::makeDelegate() {
                        .dispatch = system_.dispatch,
                        .provider = &provider,
                        .sourceDetail = options_.keysFile.value_or(""),
-                       .explain = explained},
+                       .explain = explained,
+                       .explainDrive = [this](const std::string& serial) { return explainDrive(serial); }},
                       preferencesPorts());
     if (options_.isStartedAtLogin && system_.store.objectForKey("hideOnLaunch").boolValue())
         interface_.beginMinimised();
+}
+
+std::optional<DriveExplanation> DesktopProgram::explainDrive(const std::string& serial) const {
+    if (drives_ == nullptr) return std::nullopt;
+    for (const DriveDetails& drive : drives_->details())
+        if (drive.isListed && drive.serial == trimmed(serial))
+            return DriveExplanation{drive.device, drive.source, drive.isAsleep, drive.trouble};
+    return std::nullopt;
 }
 
 void DesktopProgram::connectParts() {

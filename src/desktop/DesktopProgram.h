@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/DesktopSettings.h"
+#include "app/DriveExplanation.h"
 #include "app/PyroluxAppDelegate.h"
 #include "desktop/DesktopOptions.h"
 #include "desktop/DesktopSystem.h"
@@ -11,12 +12,15 @@
 #include <QPalette>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 class QApplication;
 
 namespace calorivo {
+
+class Drives;
 
 /// One run of the desktop program: the controller between the system and the windows. Main thread; one at a
 /// time.
@@ -50,6 +54,7 @@ class DesktopProgram {
     void tellHowItIsReached();
     [[nodiscard]] StatusBarResources statusBarResources() const;
     [[nodiscard]] PreferencesPorts preferencesPorts();
+    [[nodiscard]] std::optional<DriveExplanation> explainDrive(const std::string& serial) const;
 
     QApplication& application_;
     const DesktopOptions& options_;
@@ -60,6 +65,8 @@ class DesktopProgram {
     PortalSettings portal_;
     QtInterface interface_;
     std::unique_ptr<PyroluxAppDelegate> delegate_;
+    /// The controller's; null until drives are to be read.
+    const Drives* drives_ = nullptr;
     std::vector<std::string> problems_;
     std::vector<Observation> observations_;
     std::unique_ptr<Timer> trayTimer_;
