@@ -48,7 +48,9 @@ struct RowMaker {
     Fill fill;
     /// The table shows what is now, not all that was.
     bool isNow;
-    TextOf degrees = [this](double celsius) { return engine.reader.convertDegreesToString(celsius); };
+    TextOf degrees = [&reader = engine.reader](double celsius) {
+        return reader.convertDegreesToString(celsius);
+    };
 
     [[nodiscard]] WatchRow rowOf(const WatchStatistics::Sensor& sensor) const {
         const double celsius = sensor.celsius != nullptr ? *sensor.celsius : 0;

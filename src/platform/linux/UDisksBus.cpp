@@ -149,7 +149,7 @@ bool UDisksBus::Connection::appendOptions(const Message& message,
 BusReply UDisksBus::Connection::send(const Message& message, microseconds patience,
                                      int (Connection::*read)(sd_bus_message*, BusReply&) const) const {
     BusReply reply;
-    sd_bus_error error = SD_BUS_ERROR_NULL;
+    sd_bus_error error{};
     sd_bus_message* received = nullptr;
     const int result =
         library_.call(bus_, message.get(), static_cast<std::uint64_t>(patience.count()), &error, &received);

@@ -205,7 +205,9 @@ TEST_F(DriveReaderPoolTest, LeavesNoDescriptorOpenInTenThousandRoundsOfDrivesTha
     constexpr int rounds = 10'000;
     for (int round = 0; round < rounds; ++round) {
         // Now and then a drive is there that ends its reader, and another takes the reader's place.
-        if (round % 500 == 250) EXPECT_EQ(statesOf(pool, {"die"}), std::vector{State::failed});
+        if (round % 500 == 250) {
+            EXPECT_EQ(statesOf(pool, {"die"}), std::vector{State::failed});
+        }
         const std::string name = round % 100 < 50 ? "sda" : "number";
         ASSERT_EQ(statesOf(pool, {name}), std::vector{State::read}) << round;
     }
