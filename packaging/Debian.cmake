@@ -45,7 +45,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 
 set(CPACK_DEBIAN_TERMINAL_PACKAGE_NAME calorivo-cli)
-set(CPACK_DEBIAN_TERMINAL_PACKAGE_SUGGESTS "calorivo, pci.ids")
+set(CPACK_DEBIAN_TERMINAL_PACKAGE_SUGGESTS "calorivo, udisks2, pci.ids")
 set(CPACK_COMPONENT_TERMINAL_DESCRIPTION
     "temperatures and fans of the computer, in a terminal
 Shows every temperature sensor under a name that people understand, with its

@@ -406,6 +406,26 @@
         <source>Details</source>
         <translation>Einzelheiten</translation>
     </message>
+    <message>
+        <source>The kernel&apos;s own reading (%1)</source>
+        <translation>Messung des Kernels (%1)</translation>
+    </message>
+    <message>
+        <source>The drive&apos;s health log</source>
+        <translation>Das Zustandsprotokoll des Laufwerks</translation>
+    </message>
+    <message>
+        <source>The service UDisks2, which asks the drive</source>
+        <translation>Der Dienst UDisks2, der das Laufwerk befragt</translation>
+    </message>
+    <message>
+        <source>The drive is asleep and is not woken: this is its value from before.</source>
+        <translation>Das Laufwerk schläft und wird nicht geweckt: Dies ist sein Wert von vorher.</translation>
+    </message>
+    <message>
+        <source>No temperature</source>
+        <translation>Keine Temperatur</translation>
+    </message>
 </context>
 <context>
     <name>calorivo::EmptyState</name>

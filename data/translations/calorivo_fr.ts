@@ -406,6 +406,26 @@
         <source>Details</source>
         <translation>Détails</translation>
     </message>
+    <message>
+        <source>The kernel&apos;s own reading (%1)</source>
+        <translation>Mesure du noyau (%1)</translation>
+    </message>
+    <message>
+        <source>The drive&apos;s health log</source>
+        <translation>Le journal d’état du disque</translation>
+    </message>
+    <message>
+        <source>The service UDisks2, which asks the drive</source>
+        <translation>Le service UDisks2, qui interroge le disque</translation>
+    </message>
+    <message>
+        <source>The drive is asleep and is not woken: this is its value from before.</source>
+        <translation>Le disque est en veille et n’est pas réveillé : c’est sa valeur d’avant.</translation>
+    </message>
+    <message>
+        <source>No temperature</source>
+        <translation>Pas de température</translation>
+    </message>
 </context>
 <context>
     <name>calorivo::EmptyState</name>

@@ -21,6 +21,7 @@ std::string noteOf(const DriveDetails& drive) {
 std::string_view meaningOf(std::string_view source) {
     if (source == "drivetemp" || source == "nvme") return "the kernel's own reading";
     if (source == "smart") return "the drive's SMART data";
+    if (source == "udisks2") return "what the service UDisks2 read from the drive";
     return source.empty() ? "" : "the drive's health log";
 }
 

@@ -3,6 +3,7 @@
 #include "cli/InlineDispatch.h"
 #include "cli/ListText.h"
 #include "cli/Terminal.h"
+#include "cli/WatchDrives.h"
 #include "cli/WatchScreen.h"
 #include "cli/WatchStatistics.h"
 #include "cli/WatchTable.h"
@@ -51,6 +52,8 @@ class Watch final : public CycleDisplay {
     void checkWithoutPause();
     void endAfterLastRefresh();
     void keysArrived();
+    void beginDrives(const std::string& reader);
+    void drivesArrived(const std::vector<DriveDetails>& drives);
     void printTable();
     void paint(bool isAnew);
     [[nodiscard]] ScreenContents contents(std::size_t columns) const;
@@ -72,6 +75,7 @@ class Watch final : public CycleDisplay {
     std::vector<std::string> shown_;
     Observation keyboard_;
     std::unique_ptr<Timer> timer_;
+    std::optional<WatchDrives> drives_;
 };
 
 Watch::Watch(const Options& options, Surroundings& surroundings, PollDispatch& dispatch, Session& session)
@@ -84,7 +88,21 @@ Watch::Watch(const Options& options, Surroundings& surroundings, PollDispatch& d
       checkQueue_(isShowing() ? dispatch.makeSerialQueue("check") : std::make_unique<InlineQueue>()),
       engine_(session.discover(*checkQueue_, {.display = isShowing() ? this : nullptr})),
       statistics_(engine_),
-      start_(dispatch.now()) {}
+      start_(dispatch.now()) {
+    beginDrives(surroundings.driveReader);
+}
+
+void Watch::beginDrives(const std::string& reader) {
+    auto drives = makeDrives(options_, reader);
+    if (drives == nullptr) return;
+    drives_.emplace(std::move(drives), dispatch_, [this](const auto& found) { drivesArrived(found); });
+    statistics_.addDrives(drives_->first());
+}
+
+void Watch::drivesArrived(const std::vector<DriveDetails>& drives) {
+    statistics_.addDrives(drives);
+    if (terminal_) paint(false);
+}
 
 void Watch::run() {
     if (isShowing() && isOnTerminal_) {
@@ -111,6 +129,7 @@ void Watch::run() {
 void Watch::check() {
     engine_.cycle.checkTimerFired();
     statistics_.add();
+    if (drives_) drives_->check();
     if (options_.cycles != 0 && statistics_.checks() >= options_.cycles) endAfterLastRefresh();
 }
 

@@ -7,6 +7,16 @@
 
 namespace calorivo {
 
+namespace {
+
+/// A drive may get another name when it is plugged in again; one without a serial number is known by it.
+bool isSameDrive(const DriveDetails& first, const DriveDetails& second) {
+    return first.model == second.model && first.serial == second.serial &&
+           (!first.serial.empty() || first.device == second.device);
+}
+
+}  // namespace
+
 void Extent::add(double value) {
     minimum = count > 0 ? std::min(minimum, value) : value;
     maximum = count > 0 ? std::max(maximum, value) : value;
@@ -37,6 +47,19 @@ void WatchStatistics::add() {
     for (std::size_t i = 0; i < fans.size(); ++i)
         if (fans[i].actualRPM >= 0) fans_[i].add(fans[i].actualRPM);
     ++checks_;
+}
+
+void WatchStatistics::addDrives(const std::vector<DriveDetails>& drives) {
+    for (Drive& drive : drives_) drive.isThere = false;
+    for (const DriveDetails& details : drives) {
+        if (!details.isListed) continue;
+        auto drive = std::ranges::find_if(
+            drives_, [&](const Drive& seen) { return !seen.isThere && isSameDrive(seen.details, details); });
+        if (drive == drives_.end()) drive = drives_.insert(drives_.end(), {details, {}});
+        drive->details = details;
+        drive->isThere = true;
+        if (details.celsius && !details.isAsleep) drive->extent.add(*details.celsius);
+    }
 }
 
 }  // namespace calorivo

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/DriveDetails.h"
 #include "monitor/FanModel.h"
 #include "sensors/Areas.h"
 #include "sensors/SensorKey.h"
@@ -34,14 +35,25 @@ class WatchStatistics {
         Extent extent;
     };
 
+    struct Drive {
+        DriveDetails details;
+        Extent extent;
+        /// It was there when the drives were read last.
+        bool isThere = true;
+    };
+
     /// `engine` must have discovered its sensors and outlive this object.
     explicit WatchStatistics(const Engine& engine);
 
     /// Takes the values of the check that has just run; allocates nothing from the second check on.
     void add();
+    /// Takes those of these drives that are listed. What a drive told before it fell asleep counts once.
+    void addDrives(const std::vector<DriveDetails>& drives);
 
     /// By areas in the order of the source list.
     [[nodiscard]] const std::vector<Sensor>& sensors() const { return sensors_; }
+    /// In the order in which they were seen first.
+    [[nodiscard]] const std::vector<Drive>& drives() const { return drives_; }
     /// In the order of the engine's fans.
     [[nodiscard]] const std::vector<Extent>& fans() const { return fans_; }
     [[nodiscard]] std::uint64_t checks() const { return checks_; }
@@ -49,6 +61,7 @@ class WatchStatistics {
   private:
     const Engine& engine_;
     std::vector<Sensor> sensors_;
+    std::vector<Drive> drives_;
     std::vector<Extent> fans_;
     std::uint64_t checks_ = 0;
 };

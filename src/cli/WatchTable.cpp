@@ -1,5 +1,6 @@
 #include "cli/WatchTable.h"
 
+#include "cli/DrivesText.h"
 #include "cli/Engine.h"
 #include "cli/Text.h"
 #include "cli/WatchStatistics.h"
@@ -40,21 +41,51 @@ void fillSummary(WatchRow& row, const Extent& extent, const std::string& /*now*/
 
 using Fill = void (*)(WatchRow&, const Extent&, const std::string&, const TextOf&);
 
-std::vector<WatchRow> rowsOf(const Engine& engine, const WatchStatistics& statistics, Fill fill, bool isNow) {
-    std::vector<WatchRow> rows;
-    const TextOf degrees = [&](double celsius) { return engine.reader.convertDegreesToString(celsius); };
-    const Area* area = nullptr;
-    for (const WatchStatistics::Sensor& sensor : statistics.sensors()) {
-        if (sensor.area != area) rows.push_back(heading(sensor.area->name));
-        area = sensor.area;
+/// The rows of one table.
+struct RowMaker {
+    const Engine& engine;
+    const WatchStatistics& statistics;
+    Fill fill;
+    /// The table shows what is now, not all that was.
+    bool isNow;
+    TextOf degrees = [&reader = engine.reader](double celsius) {
+        return reader.convertDegreesToString(celsius);
+    };
+
+    [[nodiscard]] WatchRow rowOf(const WatchStatistics::Sensor& sensor) const {
         const double celsius = sensor.celsius != nullptr ? *sensor.celsius : 0;
         WatchRow row;
         row.name = cleanText(engine.naming.convertKeyNameToHumanString(sensor.key));
         row.key = cleanText(sensor.key.view());
         row.level = levelOf(isNow ? celsius : sensor.extent.maximum);
         fill(row, sensor.extent, degrees(celsius), degrees);
-        rows.push_back(std::move(row));
+        return row;
     }
+    [[nodiscard]] WatchRow rowOf(const WatchStatistics::Drive& drive) const {
+        const double celsius = drive.details.celsius.value_or(0);
+        WatchRow row;
+        row.name = cleanText(descriptionOf(drive.details));
+        row.level = levelOf(isNow ? celsius : drive.extent.maximum);
+        if (isNow && drive.details.isAsleep) row.level = Level::none;
+        fill(row, drive.extent, drive.details.isAsleep ? "asleep" : degrees(celsius), degrees);
+        return row;
+    }
+    void appendArea(const Area& area, std::vector<WatchRow>& rows) const {
+        const std::size_t begin = rows.size();
+        if (area.tag == hardDriveAreaTag)
+            for (const WatchStatistics::Drive& drive : statistics.drives())
+                if (drive.isThere || !isNow) rows.push_back(rowOf(drive));
+        for (const WatchStatistics::Sensor& sensor : statistics.sensors())
+            if (sensor.area == &area) rows.push_back(rowOf(sensor));
+        if (rows.size() > begin)
+            rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(begin), heading(area.name));
+    }
+};
+
+std::vector<WatchRow> rowsOf(const Engine& engine, const WatchStatistics& statistics, Fill fill, bool isNow) {
+    std::vector<WatchRow> rows;
+    const RowMaker maker{engine, statistics, fill, isNow};
+    for (const Area& area : areas) maker.appendArea(area, rows);
     const std::vector<FanModel>& fans = engine.fans.fansArray();
     if (!fans.empty()) rows.push_back(heading("Fans"));
     const TextOf speed = [](double rpm) { return format("%d RPM", std::lround(rpm)); };

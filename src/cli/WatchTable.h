@@ -24,9 +24,10 @@ struct WatchRow {
     friend bool operator==(const WatchRow&, const WatchRow&) = default;
 };
 
-/// Every sensor and fan by area with its value now, its minimum and its maximum, then the averages.
+/// Every drive, sensor and fan by area with its value now, its minimum and its maximum, then the averages. A
+/// drive that sleeps has no value now.
 [[nodiscard]] std::vector<WatchRow> watchRows(const Engine& engine, const WatchStatistics& statistics);
-/// Every sensor and fan by area with its minimum, average and maximum.
+/// Every drive that was seen, every sensor and fan by area with its minimum, average and maximum.
 [[nodiscard]] std::vector<WatchRow> summaryRows(const Engine& engine, const WatchStatistics& statistics);
 
 /// The rows as lines of at most `columns` columns, colours not counted, below a first line of titles. Columns

@@ -92,7 +92,11 @@ void DesktopProgram::makeDelegate() {
     configuration.documentDirectories = {documentsFolder()};
     configuration.modelTables = system_.modelTables(problems_);
     ApplicationPorts ports;
-    ports.makeSmartController = [this] { return makeDrives(options_, driveReaderProgram()); };
+    ports.makeSmartController = [this] {
+        auto drives = makeDrives(options_, driveReaderProgram());
+        drives_ = drives.get();
+        return drives;
+    };
     graphics_ = makeGraphics(options_, system_.dispatch, system_.systemLog);
     if (graphics_) ports.gpuSwitcher = &graphics_->switcher();
     if (graphics_) ports.gpuNames = &graphics_->switcher();
@@ -106,10 +110,19 @@ void DesktopProgram::makeDelegate() {
                        .dispatch = system_.dispatch,
                        .provider = &provider,
                        .sourceDetail = options_.keysFile.value_or(""),
-                       .explain = explained},
+                       .explain = explained,
+                       .explainDrive = [this](const std::string& serial) { return explainDrive(serial); }},
                       preferencesPorts());
     if (options_.isStartedAtLogin && system_.store.objectForKey("hideOnLaunch").boolValue())
         interface_.beginMinimised();
+}
+
+std::optional<DriveExplanation> DesktopProgram::explainDrive(const std::string& serial) const {
+    if (drives_ == nullptr) return std::nullopt;
+    for (const DriveDetails& drive : drives_->details())
+        if (drive.isListed && drive.serial == trimmed(serial))
+            return DriveExplanation{drive.device, drive.source, drive.isAsleep, drive.trouble};
+    return std::nullopt;
 }
 
 void DesktopProgram::connectParts() {

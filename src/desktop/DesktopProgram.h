@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/DesktopSettings.h"
+#include "app/DriveExplanation.h"
 #include "app/PyroluxAppDelegate.h"
 #include "desktop/CheckAfterSleep.h"
 #include "desktop/DesktopOptions.h"
@@ -20,6 +21,8 @@
 class QApplication;
 
 namespace calorivo {
+
+class Drives;
 
 /// One run of the desktop program: the controller between the system and the windows. Main thread; one at a
 /// time.
@@ -53,6 +56,7 @@ class DesktopProgram {
     void tellHowItIsReached();
     [[nodiscard]] StatusBarResources statusBarResources() const;
     [[nodiscard]] PreferencesPorts preferencesPorts();
+    [[nodiscard]] std::optional<DriveExplanation> explainDrive(const std::string& serial) const;
 
     QApplication& application_;
     const DesktopOptions& options_;
@@ -65,6 +69,8 @@ class DesktopProgram {
     std::unique_ptr<Graphics> graphics_;
     std::unique_ptr<PyroluxAppDelegate> delegate_;
     std::optional<CheckAfterSleep> checkAfterSleep_;
+    /// The controller's; null until drives are to be read.
+    const Drives* drives_ = nullptr;
     std::vector<std::string> problems_;
     std::vector<Observation> observations_;
     std::unique_ptr<Timer> trayTimer_;

@@ -1,98 +1,19 @@
 #include "host/Drives.h"
 
-#include "monitor/AtaIdentify.h"
 #include "monitor/ISPSmartController.h"
-#include "monitor/SmartData.h"
 #include "platform/linux/AtaSmartDrives.h"
-#include "platform/linux/DriveBlocks.h"
 #include "platform/linux/DriveReaderPool.h"
+#include "platform/linux/LinuxMountedVolumes.h"
 #include "platform/linux/LinuxPaths.h"
-#include "platform/linux/SmallFile.h"
 
 #include <unistd.h>
 
-#include <cerrno>
 #include <mutex>
 #include <utility>
 
 namespace calorivo {
 
 namespace {
-
-const char* nameOf(DriveSource source) {
-    switch (source) {
-        case DriveSource::none:
-            return "";
-        case DriveSource::drivetemp:
-            return "drivetemp";
-        case DriveSource::nvme:
-            return "nvme";
-        case DriveSource::smart:
-            return "smart";
-        case DriveSource::smartLog:
-            return "nvme log";
-    }
-    return "";
-}
-
-std::optional<std::int32_t> celsiusIn(const DriveReading& reading) {
-    if (!reading.hasData || !isChecksumRight(reading.smart)) return std::nullopt;
-    const auto celsius = temperatureInSMARTData(reading.smart);
-    return celsius && *celsius > 0 ? std::optional<std::int32_t>(*celsius) : std::nullopt;
-}
-
-/// What stands in the way of a reading that failed with this error.
-std::string troubleText(const DriveReading& reading) {
-    switch (reading.error) {
-        case EACCES:
-        case EPERM:
-        case ENOENT:
-            return "the kernel module drivetemp is not loaded, and only root may ask the drive itself";
-        case 0:
-            return "it has no temperature";
-        default:
-            return errorText(reading.error);
-    }
-}
-
-std::string troubleOf(const DriveStatus& status) {
-    const DriveReading& reading = status.reading;
-    switch (status.state) {
-        case DriveAnswer::State::hung:
-            return "it does not answer";
-        case DriveAnswer::State::failed:
-            return "the reader of drives failed";
-        case DriveAnswer::State::late:
-            return "it has not answered yet";
-        case DriveAnswer::State::read:
-            break;
-    }
-    if (reading.isAsleep) return "it sleeps";
-    if (reading.source == DriveSource::smart && !reading.isSwitchedOn) return "its SMART is switched off";
-    if (reading.hasData && !isChecksumRight(reading.smart)) return "its SMART data is damaged";
-    return troubleText(reading);
-}
-
-/// None for what is no drive with SMART, as far as one can tell.
-std::optional<DriveDetails> detailsOf(const DriveStatus& status) {
-    const DriveReading& reading = status.reading;
-    DriveDetails details;
-    details.device = status.name;
-    if (reading.hasIdentify) {
-        const auto dictionary = driveFromIdentifyData(reading.identify);
-        if (!dictionary) return std::nullopt;
-        details.model = dictionary->model;
-        details.serial = trimmed(dictionary->serial);
-    }
-    details.celsius = celsiusIn(reading);
-    if (!details.celsius && !status.isSmartCapable) return std::nullopt;
-    details.isAsleep = reading.isAsleep;
-    if (details.celsius)
-        details.source = nameOf(reading.source);
-    else
-        details.trouble = troubleOf(status);
-    return details;
-}
 
 /// Marks those that are among the disks, which are in the same order.
 void markListed(std::vector<DriveDetails>& drives, const std::vector<DriveDictionary>& disks) {
@@ -108,7 +29,9 @@ void markListed(std::vector<DriveDetails>& drives, const std::vector<DriveDictio
 class LinuxDrives final : public Drives {
   public:
     explicit LinuxDrives(std::string sys, std::unique_ptr<DriveReaders> readers)
-        : ataSmart_(std::move(sys), std::move(readers)), controller_(ataSmart_) {}
+        : volumes_("/proc", sys),
+          ataSmart_(std::move(sys), std::move(readers)),
+          controller_(ataSmart_, &volumes_) {}
 
     void update() override {
         controller_.update();
@@ -126,6 +49,7 @@ class LinuxDrives final : public Drives {
     }
 
   private:
+    LinuxMountedVolumes volumes_;
     AtaSmartDrives ataSmart_;
     ISPSmartController controller_;
     mutable std::mutex mutex_;

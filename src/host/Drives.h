@@ -1,36 +1,15 @@
 #pragma once
 
+#include "host/DriveDetails.h"
 #include "host/SourceOptions.h"
 #include "monitor/DriveTemperatures.h"
 
 #include <chrono>
-#include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace calorivo {
-
-/// More about a drive than its dictionary holds; also about one that is left out of the list.
-struct DriveDetails {
-    std::string model;
-    /// Trimmed.
-    std::string serial;
-    /// As the system calls it: "sda".
-    std::string device;
-    /// °C; none when the drive has told none.
-    std::optional<std::int32_t> celsius;
-    /// Where the temperature came from: "drivetemp", "nvme", "smart" or "nvme log"; empty without one.
-    std::string source;
-    /// It sleeps and was not woken: the temperature, if any, is the one before it fell asleep.
-    bool isAsleep = false;
-    /// It is in the list of drives. One that refuses SMART is there without a temperature.
-    bool isListed = false;
-    /// Why there is no temperature; empty when there is one.
-    std::string trouble;
-    friend bool operator==(const DriveDetails&, const DriveDetails&) = default;
-};
 
 /// The drives of the machine that is shown, and what else is known of them.
 class Drives : public SmartController {

@@ -1,6 +1,7 @@
 #include "CommandRun.h"
 #include "cli/DrivesJSON.h"
 #include "cli/DrivesText.h"
+#include "cli/Watch.h"
 #include "support/DriveReaderStart.h"
 
 #include "../platform/linux/DriveTrees.h"
@@ -110,6 +111,27 @@ TEST(DrivesInList, ComeFirstInTheirArea) {
     EXPECT_EQ(machine.run({"list", "--area", "cpu"}).out, "");
     EXPECT_EQ(JSON::parse(machine.run({"list", "--json"}).out)["drives"].size(), 3U);
     EXPECT_EQ(JSON::parse(machine.run({"list", "--json", "--area", "cpu"}).out)["drives"].size(), 0U);
+}
+
+TEST(DrivesInWatch, AreInItsTablesAndInItsSummary) {
+    const RecordedDrives machine;
+    const ParsedOptions parsed =
+        parseOptions({"watch", "--cycles", "2", "--interval", "0.01", "--sys", machine.tree.root()});
+    Output out;
+    Output errors;
+    LinuxFileManager files;
+    Surroundings surroundings{files, {{}, {}, CALORIVO_SOURCE_DIR "/data"}, {out, errors}};
+    EXPECT_EQ(runWatch(parsed.options, surroundings), exitAnswered);
+    const auto countOf = [&out](std::string_view text) {
+        int count = 0;
+        for (std::size_t at = out.text().find(text); at != std::string::npos;
+             at = out.text().find(text, at + 1))
+            ++count;
+        return count;
+    };
+    const std::string line = "  SAMPLE DISK (A1)             38°C          38°C       38°C\n";
+    EXPECT_EQ(countOf("Hard Drive\n" + line), 3) << out.text();
+    EXPECT_EQ(countOf("B2"), 0);
 }
 
 TEST(DrivesInWhy, AreKnownByTheirSerialNumber) {

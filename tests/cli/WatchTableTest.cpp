@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -92,6 +94,80 @@ TEST_F(WatchTableTest, ASpeedThatCannotBeReadCountsAsNone) {
     statistics->add();
     const std::vector<WatchRow> rows = summaryRows(engine, *statistics);
     EXPECT_EQ(rows.back(), (WatchRow{"Left", "F0Ac", "3000 RPM", "3000 RPM", "3000 RPM"}));
+}
+
+DriveDetails disk(std::string serial, std::optional<std::int32_t> celsius) {
+    return {"SAMPLE DISK", std::move(serial), "sda", celsius, "smart", false, true, ""};
+}
+
+TEST_F(WatchTableTest, ShowsDrivesBeforeTheSensorsOfTheirArea) {
+    smc.setTemperature("TH0A", 35);
+    Engine other{dispatch, dispatch.mainQueue(), files, {}};
+    other.discover({"calorivo"}, {}, {});
+    WatchStatistics all(other);
+    other.cycle.checkTimerFired();
+    all.add();
+    all.addDrives({disk("A1", 48), disk("B2", {})});
+    all.addDrives({disk("A1", 46), disk("B2", {})});
+    const std::vector<WatchRow> rows = watchRows(other, all);
+    const auto drives = std::ranges::find(rows, heading("Hard Drive"));
+    ASSERT_GE(rows.end() - drives, 4);
+    EXPECT_EQ(std::vector<WatchRow>(drives, drives + 4),
+              (std::vector<WatchRow>{heading("Hard Drive"),
+                                     {"SAMPLE DISK (A1)", "", "46°C", "46°C", "48°C"},
+                                     {"SAMPLE DISK (B2)", "", "N/A", "", "", Level::none},
+                                     {"SSD A", "TH0A", "35°C", "35°C", "35°C"}}));
+}
+
+TEST_F(WatchTableTest, SaysThatADriveSleepsInsteadOfWhatItToldBefore) {
+    check(40, 50, 3000);
+    statistics->addDrives({disk("A1", 48)});
+    DriveDetails asleep = disk("A1", 48);
+    asleep.isAsleep = true;
+    for (int time = 0; time < 3; ++time) statistics->addDrives({asleep});
+    const std::vector<WatchRow> rows = watchRows(engine, *statistics);
+    EXPECT_EQ(
+        std::ranges::count(rows, WatchRow{"SAMPLE DISK (A1)", "", "asleep", "48°C", "48°C", Level::none}), 1);
+    EXPECT_EQ(statistics->drives().at(0).extent.count, 1U);
+}
+
+TEST_F(WatchTableTest, SumsUpDrivesThatAreGoneToo) {
+    check(40, 50, 3000);
+    statistics->addDrives({disk("A1", 40), disk("B2", 80)});
+    DriveDetails elsewhere = disk("A1", 50);
+    elsewhere.device = "sdb";
+    statistics->addDrives({elsewhere});
+    const auto drivesIn = [](const std::vector<WatchRow>& rows) {
+        std::vector<WatchRow> drives;
+        std::ranges::copy_if(rows, std::back_inserter(drives),
+                             [](const WatchRow& row) { return row.name.starts_with("SAMPLE"); });
+        return drives;
+    };
+    EXPECT_EQ(drivesIn(watchRows(engine, *statistics)),
+              (std::vector<WatchRow>{{"SAMPLE DISK (A1)", "", "50°C", "40°C", "50°C"}}));
+    EXPECT_EQ(drivesIn(summaryRows(engine, *statistics)),
+              (std::vector<WatchRow>{{"SAMPLE DISK (A1)", "", "40°C", "45°C", "50°C"},
+                                     {"SAMPLE DISK (B2)", "", "80°C", "80°C", "80°C", Level::warning}}));
+}
+
+TEST_F(WatchTableTest, HasNoRowForADriveThatIsNotListed) {
+    DriveDetails hidden = disk("A1", {});
+    hidden.isListed = false;
+    statistics->addDrives({hidden});
+    EXPECT_TRUE(statistics->drives().empty());
+}
+
+TEST_F(WatchTableTest, TellsDrivesWithoutSerialNumbersApart) {
+    DriveDetails first = disk("", 40);
+    DriveDetails second = disk("", 50);
+    second.device = "sdb";
+    statistics->addDrives({first, second});
+    statistics->addDrives({first, second});
+    ASSERT_EQ(statistics->drives().size(), 2U);
+    EXPECT_EQ(statistics->drives()[1].extent.minimum, 50);
+    // Two that are alike in everything are still two.
+    statistics->addDrives({disk("C3", 30), disk("C3", 31)});
+    EXPECT_EQ(statistics->drives().size(), 4U);
 }
 
 TEST(WatchTable, LeavesOutColumnsThatFindNoRoomTheKeysFirst) {

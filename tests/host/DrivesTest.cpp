@@ -1,5 +1,8 @@
 #include "host/Drives.h"
 
+#include "monitor/ISPSmartController.h"
+#include "platform/linux/AtaSmartDrives.h"
+#include "platform/linux/LinuxMountedVolumes.h"
 #include "support/DriveReaderStart.h"
 
 #include "../platform/linux/DriveTrees.h"
@@ -102,6 +105,23 @@ TEST(Drives, AreNoneWithoutSMART) {
     drives->update();
     EXPECT_EQ(drives->allDisks(), Dictionaries{});
     EXPECT_EQ(drives->details(), Details{});
+}
+
+TEST(Drives, AreTheDisksOfTheVolumesOnThem) {
+    FakeTree tree;
+    tree.file("devices/sda/diskseq", "3\n").file("devices/sda/sda1/partition", "1\n");
+    tree.file("devices/sda/sda2/partition", "2\n");
+    tree.link("dev/block/8:1", "../../devices/sda/sda1").link("dev/block/8:2", "../../devices/sda/sda2");
+    tree.file(
+        "self/mountinfo",
+        "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n23 1 8:1 / /media/ann/Back\\040up rw - ext4 /dev/sda1 rw\n"
+        "24 1 8:2 / /run/media/ann/Films rw - ext4 /dev/sda2 rw\n");
+    LinuxMountedVolumes volumes(tree.root(), tree.root());
+    AtaSmartDrives ataSmart(tree.root(), nullptr);
+    ISPSmartController controller(ataSmart, &volumes);
+    controller.getPartitions();
+    const std::map<std::string, std::vector<std::string>> expected{{"disk3", {"Back up", "Films"}}};
+    EXPECT_EQ(controller.partitionData, expected);
 }
 
 TEST(Drives, BelongToTheMachineAndToRecordedOnes) {

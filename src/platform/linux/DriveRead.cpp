@@ -119,6 +119,28 @@ void readSmart(AtaDevice& disk, DriveReading& reading) {
     if (reading.hasData) reading.smart = withoutWearAttribute(reading.identify, smart);
 }
 
+/// Only a privileged process may ask the drive itself.
+bool isRefusal(int error) { return error == EACCES || error == EPERM || error == ENOENT; }
+
+/// Whether the platters of a disk may stand still while it is not suspended.
+bool isRotating(int device, const std::string& name) {
+    return readAttribute(device, ("block/" + name + "/queue/rotational").c_str()).value_or("1") != "0";
+}
+
+/// By UDisks2; leaves everything as it is where that does not know the drive.
+void readFromUDisks(const std::string& block, const DriveDevices& devices, DriveReading& reading) {
+    if (block.empty() || !devices.readUDisks) return;
+    const UDisksReading told = devices.readUDisks(block);
+    if (told.error == ENOENT) return;
+    reading.error = told.error;
+    reading.isAsleep = told.isAsleep;
+    if (told.error != 0) reading.failed = DriveSource::udisks;
+    if (told.error != 0 || told.isAsleep) return;
+    if (!reading.hasIdentify) setIdentify(reading, identifyBlock(told.model, told.serial));
+    reading.source = DriveSource::udisks;
+    if (told.isSwitchedOn) setTemperature(reading, DriveSource::udisks, told.celsius);
+}
+
 DriveReading readDisk(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
     DriveReading reading;
     // Held open, the folder stays this drive's, whoever gets its name meanwhile.
@@ -136,6 +158,9 @@ DriveReading readDisk(const std::string& name, const DriveRoots& roots, const Dr
     AtaRegisters power;
     const int powerError = disk ? disk->ask(ataCheckPowerMode, power) : refusal;
     reading.isAsleep = powerError == 0 && isStandby(power);
+    const bool isRefused = !roots.dev.empty() && isRefusal(powerError);
+    if (isRefused && devices.isInStandby && isRotating(device.get(), name))
+        reading.isAsleep = devices.isInStandby(name);
     if (reading.isAsleep) return reading;
 
     const FileDescriptor chips = openFolderAt(device.get(), "hwmon");
@@ -143,10 +168,11 @@ DriveReading readDisk(const std::string& name, const DriveRoots& roots, const Dr
         chips.isOpen() ? chipTemperature(chips.get(), "drivetemp") : KernelTemperature{};
     if (temperature.error == 0 && reading.hasIdentify)
         setTemperature(reading, DriveSource::drivetemp, temperature.celsius);
-    else if (disk && powerError != EPERM && powerError != EACCES)
+    else if (disk && !isRefusal(powerError))
         readSmart(*disk, reading);
     else
         reading.error = temperature.error != ENOENT ? temperature.error : powerError;
+    if (isRefused && !reading.hasData) readFromUDisks(name, devices, reading);
     return reading;
 }
 
@@ -156,6 +182,20 @@ KernelTemperature nvmeTemperature(int drive, int device) {
     if (temperature.error != ENOENT || device < 0) return temperature;
     const FileDescriptor chips = openFolderAt(device, "hwmon");
     return chips.isOpen() ? chipTemperature(chips.get(), "nvme") : temperature;
+}
+
+/// The block device of the drive's first namespace; empty where it has none. One that is reached over
+/// several paths is called "nvme1n1" itself, and "nvme1c0n1" on the path of this drive.
+std::string namespaceOf(int drive, const std::string& name) {
+    for (std::string entry : namesInFolder(drive)) {
+        if (!isNvmeName(entry)) continue;
+        const std::size_t path = entry.find('c');
+        const std::size_t number = entry.rfind('n');
+        if (number == 0 || number == std::string::npos) continue;
+        if (path == std::string::npos && !entry.starts_with(name + "n")) continue;
+        return path == std::string::npos ? entry : entry.erase(path, number - path);
+    }
+    return {};
 }
 
 DriveReading readNvme(const std::string& name, const DriveRoots& roots, const DriveDevices& devices) {
@@ -181,12 +221,18 @@ DriveReading readNvme(const std::string& name, const DriveRoots& roots, const Dr
     NvmeSmartLog log{};
     reading.error = roots.dev.empty() ? ENOENT : devices.readLog(roots.dev + "/" + name, log);
     if (reading.error == 0) setTemperature(reading, DriveSource::smartLog, temperatureInNvmeLog(log));
+    if (!roots.dev.empty() && isRefusal(reading.error))
+        readFromUDisks(namespaceOf(folder.get(), name), devices, reading);
     return reading;
 }
 
 }  // namespace
 
-DriveDevices systemDriveDevices() { return {openSgIo, readNvmeLog}; }
+DriveDevices systemDriveDevices() {
+    const auto udisks = std::make_shared<UDisks>();
+    return {openSgIo, readNvmeLog, [udisks](const std::string& block) { return udisks->isInStandby(block); },
+            [udisks](const std::string& block) { return udisks->read(block); }};
+}
 
 std::optional<AtaBlock> identifyDrive(const std::string& name, const std::string& sys) {
     const FileDescriptor folder = isNvmeName(name) ? openNvme(name, sys) : openDisk(name, sys);

@@ -3,6 +3,7 @@
 #include "platform/linux/AtaCommand.h"
 #include "platform/linux/DriveReading.h"
 #include "platform/linux/NvmeLog.h"
+#include "platform/linux/UDisks.h"
 
 #include <functional>
 #include <memory>
@@ -17,10 +18,14 @@ struct DriveRoots {
     std::string dev = "/dev";
 };
 
-/// The ways to a drive that need a privilege.
+/// The ways to a drive beside the kernel's readings: two that need a privilege, and for those who have none
+/// the service UDisks2, which may be absent.
 struct DriveDevices {
     std::function<std::unique_ptr<AtaDevice>(const std::string& path, int& error)> openAta;
     std::function<int(const std::string& path, NvmeSmartLog& log)> readLog;
+    /// As UDisks has them, by the name of a block device.
+    std::function<bool(const std::string& block)> isInStandby{};
+    std::function<UDisksReading(const std::string& block)> readUDisks{};
 };
 /// Those of the system.
 [[nodiscard]] DriveDevices systemDriveDevices();

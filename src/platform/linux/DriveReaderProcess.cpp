@@ -18,7 +18,7 @@ namespace {
 /// What goes over the socket. The size and the number tell a reader of another version of this program, as
 /// there is one for a moment while the program is being updated.
 struct Message {
-    static constexpr std::uint64_t expectedVersion = 0xCA10'0001;
+    static constexpr std::uint64_t expectedVersion = 0xCA10'0002;
     std::uint64_t version = expectedVersion;
     DriveReading reading;
 };

@@ -16,6 +16,8 @@ enum class DriveSource : std::uint8_t {
     /// The drive's SMART data, by commands that only a privileged process may send.
     smart,
     smartLog,
+    /// The service UDisks2, which asks the drive for ordinary users too.
+    udisks,
 };
 
 /// What one reading of a drive gave. Plain bytes: it is sent from one process to another.
@@ -34,6 +36,8 @@ struct DriveReading {
     bool isAsleep = false;
     /// Why there is no data, an errno; 0 for no particular reason.
     std::int32_t error = 0;
+    /// The source that the error is of, where that was UDisks2.
+    DriveSource failed = DriveSource::none;
     friend bool operator==(const DriveReading&, const DriveReading&) = default;
 };
 static_assert(std::is_trivially_copyable_v<DriveReading>);

@@ -53,6 +53,7 @@ bool isWithin(std::string_view path, std::string_view folder) {
 
 /// "36 35 8:1 / /mnt rw,noatime shared:1 - ext4 /dev/sda1 rw": any number of fields stand before the dash.
 std::optional<Mount> parseMount(std::string_view line) {
+    constexpr std::size_t deviceField = 2;
     constexpr std::size_t pointField = 4;
     constexpr std::size_t optionsField = 5;
     const std::vector<std::string_view> fields = words(line);
@@ -61,7 +62,8 @@ std::optional<Mount> parseMount(std::string_view line) {
         return std::nullopt;
     const bool isReadOnly =
         hasOption(fields[optionsField], "ro") || (fields.end() - dash > 3 && hasOption(dash[3], "ro"));
-    return Mount{unescaped(fields[pointField]), unescaped(dash[2]), isReadOnly};
+    return Mount{unescaped(fields[pointField]), unescaped(dash[2]), isReadOnly,
+                 std::string(fields[deviceField])};
 }
 
 }  // namespace

@@ -15,6 +15,8 @@ struct Mount {
     /// What is mounted: "/dev/sdb1", or a word of the file system's own.
     std::string source;
     bool isReadOnly = false;
+    /// Its number, "8:17"; the major number is 0 for what is on no device of its own.
+    std::string device{};
     friend bool operator==(const Mount&, const Mount&) = default;
 };
 

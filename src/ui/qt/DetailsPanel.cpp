@@ -26,6 +26,14 @@ QString sourceText(const std::string& name) {
     return asQString(name);
 }
 
+QString driveSourceText(const std::string& name) {
+    if (name == "drivetemp" || name == "nvme")
+        return DetailsPanel::tr("The kernel's own reading (%1)").arg(asQString(name));
+    if (name == "nvme log") return DetailsPanel::tr("The drive's health log");
+    if (name == "udisks2") return DetailsPanel::tr("The service UDisks2, which asks the drive");
+    return DetailsPanel::tr("The drive itself, which measures its temperature (SMART)");
+}
+
 QString bytesText(const SmcValue& value) {
     QStringList bytes;
     for (const std::uint8_t byte : smcDataBytes(value))
@@ -85,12 +93,19 @@ Details detailsOf(const Explanation& explanation) {
     return {title, facts};
 }
 
-Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading) {
-    return {name,
-            {{DetailsPanel::tr("Serial number"), serial},
-             {DetailsPanel::tr("Source"),
-              DetailsPanel::tr("The drive itself, which measures its temperature (SMART)")},
-             {DetailsPanel::tr("Reading"), reading}}};
+Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading,
+                       const std::optional<DriveExplanation>& explanation) {
+    const DriveExplanation known = explanation.value_or(DriveExplanation{});
+    QList<Fact> facts;
+    append(facts, DetailsPanel::tr("Serial number"), serial.trimmed());
+    append(facts, DetailsPanel::tr("Device"), asQString(known.device));
+    if (known.trouble.empty()) append(facts, DetailsPanel::tr("Source"), driveSourceText(known.source));
+    append(facts, DetailsPanel::tr("Reading"), reading);
+    if (known.isAsleep)
+        append(facts, DetailsPanel::tr("Note"),
+               DetailsPanel::tr("The drive is asleep and is not woken: this is its value from before."));
+    append(facts, DetailsPanel::tr("No temperature"), asQString(known.trouble));
+    return {name, facts};
 }
 
 DetailsPanel::DetailsPanel(QWidget* parent) : QWidget(parent) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "app/DriveExplanation.h"
 #include "app/Explanation.h"
 
 #include <QList>
 #include <QString>
 #include <QWidget>
+
+#include <optional>
 
 class QTextBrowser;
 
@@ -26,8 +29,9 @@ struct Details {
 
 /// What is known of a sensor, from the device up to the row; what is not known is left out.
 [[nodiscard]] Details detailsOf(const Explanation& explanation);
-/// A drive is asked itself.
-[[nodiscard]] Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading);
+/// The same of a drive, of which nothing more may be known than its row shows.
+[[nodiscard]] Details detailsOfDrive(const QString& name, const QString& serial, const QString& reading,
+                                     const std::optional<DriveExplanation>& explanation = std::nullopt);
 
 /// Says where the value of the selected row comes from. Its text is made when it is shown first.
 class DetailsPanel final : public QWidget {

@@ -245,8 +245,9 @@ void MainWindow::showDetails() {
     }
     const auto key = model_->sensorKeyOfRow(row);
     if (!key) {
-        details_->show(detailsOfDrive(model_->nameOfRow(row), asQString(model_->identifierOfRow(row)),
-                                      model_->valueOfRow(row)));
+        const std::string serial = model_->identifierOfRow(row);
+        details_->show(detailsOfDrive(model_->nameOfRow(row), asQString(serial), model_->valueOfRow(row),
+                                      parts_->explainDrive ? parts_->explainDrive(serial) : std::nullopt));
         return;
     }
     const auto explanation = parts_->explain ? parts_->explain(*key) : std::nullopt;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/DesktopSettings.h"
+#include "app/DriveExplanation.h"
 #include "app/Explanation.h"
 #include "platform/Dispatch.h"
 #include "platform/Property.h"
@@ -38,6 +39,8 @@ struct MainWindowParts {
     std::string sourceDetail;
     /// May be empty: then nothing is explained.
     std::function<std::optional<Explanation>(SensorKey)> explain;
+    /// The same for a drive, by the serial number in its row.
+    std::function<std::optional<DriveExplanation>(const std::string& serial)> explainDrive{};
 };
 
 /// The program's main window: areas, sensors, averages and fans. While it is hidden or minimised it only

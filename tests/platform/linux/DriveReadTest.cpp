@@ -46,6 +46,9 @@ struct FakeDevices {
     std::uint8_t powerMode = 0xFF;
     int openError = 0;
     int logError = 0;
+    /// What UDisks2 tells; where it does not run it knows nothing.
+    UDisksReading udisks{.error = ENOENT};
+    bool isInStandby = false;
     /// What a command is answered with, if not with success.
     std::map<std::string, int> errors;
     /// Every command and every device that was opened.
@@ -83,6 +86,14 @@ struct FakeDevices {
                     sent.push_back("log " + path);
                     read = log;
                     return logError;
+                },
+                [this](const std::string& block) {
+                    sent.push_back("standby " + block);
+                    return isInStandby;
+                },
+                [this](const std::string& block) {
+                    sent.push_back("udisks " + block);
+                    return udisks;
                 }};
     }
 };
@@ -121,7 +132,7 @@ TEST_F(DriveRead, AsksTheKernelWithoutAnyPrivilege) {
     addDrivetemp(tree, disk, "38000");
     fake.openError = EACCES;
     EXPECT_EQ(read(), told(DriveSource::drivetemp, identifyData("SAMPLE DISK", "A1"), 38));
-    EXPECT_EQ(fake.sent, Commands{"open /d/sda"});
+    EXPECT_EQ(fake.sent, (Commands{"open /d/sda", "standby sda"}));
 }
 
 TEST_F(DriveRead, AsksTheKernelOfADriveThatIsAwake) {
@@ -137,6 +148,8 @@ TEST_F(DriveRead, OpensNoDeviceOfARecordedMachine) {
     EXPECT_EQ(readDrive("sda", {tree.root(), ""}, fake.devices()).smart, temperatureBlock(38));
     tree.remove(disk.device() + "/hwmon");
     EXPECT_EQ(readDrive("sda", {tree.root(), ""}, fake.devices()), unread(ENOENT));
+    addNvme(tree, nvme);
+    EXPECT_EQ(readDrive("nvme0", {tree.root(), ""}, fake.devices()).error, ENOENT);
     EXPECT_EQ(fake.sent, Commands{});
 }
 
@@ -293,6 +306,90 @@ TEST_F(DriveRead, ReadsTheLogOfAnNVMeDriveWithoutAChip) {
     refused.hasIdentify = true;
     refused.error = EACCES;
     EXPECT_EQ(read("nvme0"), refused);
+}
+
+TEST_F(DriveRead, AsksUDisksWhereNothingElseIsPermitted) {
+    addDisk(tree, disk);
+    fake.openError = EACCES;
+    fake.udisks = {.celsius = 39, .model = "Another name", .serial = "B2"};
+    EXPECT_EQ(read(), told(DriveSource::udisks, identifyData("SAMPLE DISK", "A1"), 39));
+    EXPECT_EQ(fake.sent, (Commands{"open /d/sda", "standby sda", "udisks sda"}));
+    fake.openError = 0;
+    fake.errors = {{"power mode", EPERM}};
+    EXPECT_EQ(read(), told(DriveSource::udisks, identifyData("SAMPLE DISK", "A1"), 39));
+}
+
+TEST_F(DriveRead, KnowsADriveByItsNameInUDisksWhereTheKernelHasNone) {
+    addDisk(tree, disk);
+    tree.remove(disk.device() + "/vpd_pg80").remove(disk.device() + "/vpd_pg89");
+    fake.openError = EACCES;
+    fake.udisks = {.celsius = 39, .model = "Another name", .serial = "B2"};
+    EXPECT_EQ(read(), told(DriveSource::udisks, identifyData("Another name", "B2"), 39));
+}
+
+TEST_F(DriveRead, TellsWhyUDisksHasNoTemperature) {
+    addDisk(tree, disk);
+    fake.openError = EACCES;
+    fake.udisks = {.error = ETIMEDOUT};
+    DriveReading expected = unread(ETIMEDOUT);
+    expected.failed = DriveSource::udisks;
+    EXPECT_EQ(read(), expected);
+    fake.udisks = {.isAsleep = true};
+    expected = unread(0);
+    expected.isAsleep = true;
+    EXPECT_EQ(read(), expected);
+    fake.udisks = {.isSwitchedOn = false};
+    expected = unread(0);
+    expected.source = DriveSource::udisks;
+    EXPECT_EQ(read(), expected);
+}
+
+TEST_F(DriveRead, LeavesADiskAloneThatIsInStandbyAsUDisksSays) {
+    addDisk(tree, disk);
+    addDrivetemp(tree, disk, "38000");
+    fake.openError = EACCES;
+    fake.isInStandby = true;
+    DriveReading expected = unread(0);
+    expected.isAsleep = true;
+    EXPECT_EQ(read(), expected);
+    EXPECT_EQ(fake.sent, (Commands{"open /d/sda", "standby sda"}));
+}
+
+TEST_F(DriveRead, AsksUDisksForTheStandbyOfRotatingDisksOnly) {
+    addDisk(tree, disk);
+    addDrivetemp(tree, disk, "38000");
+    fake.openError = EACCES;
+    fake.isInStandby = true;
+    tree.file(disk.device() + "/block/sda/queue/rotational", "0\n");
+    EXPECT_EQ(read(), told(DriveSource::drivetemp, identifyData("SAMPLE DISK", "A1"), 38));
+    tree.file(disk.device() + "/block/sda/queue/rotational", "1\n");
+    EXPECT_TRUE(read().isAsleep);
+}
+
+TEST_F(DriveRead, AsksUDisksNothingThatThePrivilegedMayAskTheDrive) {
+    addDisk(tree, disk);
+    addNvme(tree, nvme);
+    tree.folder(nvme.folder() + "/nvme0n1");
+    fake.udisks = {.celsius = 39};
+    fake.errors = {{"read data", EIO}};
+    fake.logError = EIO;
+    EXPECT_EQ(read().error, EIO);
+    EXPECT_EQ(read("nvme0").error, EIO);
+    EXPECT_EQ(fake.sent, (Commands{"open /d/sda", "power mode", "identify", "return status", "read data",
+                                   "log /d/nvme0"}));
+}
+
+TEST_F(DriveRead, AsksUDisksForAnNVMeDriveByItsNamespace) {
+    addNvme(tree, nvme);
+    fake.logError = EACCES;
+    fake.udisks = {.celsius = 40};
+    EXPECT_EQ(read("nvme0").error, EACCES);  // it has no namespace
+    tree.folder(nvme.folder() + "/ng0n1").folder(nvme.folder() + "/nvme0n1");
+    EXPECT_EQ(read("nvme0"), told(DriveSource::udisks, identifyData("SAMPLE NVME", "N1"), 40));
+    EXPECT_EQ(fake.sent.back(), "udisks nvme0n1");
+    tree.remove(nvme.folder() + "/nvme0n1").folder(nvme.folder() + "/nvme3c0n2");
+    EXPECT_EQ(read("nvme0"), told(DriveSource::udisks, identifyData("SAMPLE NVME", "N1"), 40));
+    EXPECT_EQ(fake.sent.back(), "udisks nvme3n2");
 }
 
 TEST_F(DriveRead, LeavesAnNVMeDriveAloneThatSleepsOrIsBeingReset) {

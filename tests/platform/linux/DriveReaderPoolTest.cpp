@@ -221,6 +221,26 @@ TEST_F(DriveReaderPoolTest, LeavesNoReaderBehind) {
     EXPECT_EQ(kill(reader, 0), -1);
 }
 
+std::ptrdiff_t openDescriptors() {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+TEST_F(DriveReaderPoolTest, LeavesNoDescriptorOpenInTenThousandRoundsOfDrivesThatComeAndGo) {
+    DriveReaderPool pool(oddOptions(ample));
+    EXPECT_EQ(statesOf(pool, {"sda"}), std::vector{State::read});
+    const std::ptrdiff_t before = openDescriptors();
+    constexpr int rounds = 10'000;
+    for (int round = 0; round < rounds; ++round) {
+        // Now and then a drive is there that ends its reader, and another takes the reader's place.
+        if (round % 500 == 250) {
+            EXPECT_EQ(statesOf(pool, {"die"}), std::vector{State::failed});
+        }
+        const std::string name = round % 100 < 50 ? "sda" : "number";
+        ASSERT_EQ(statesOf(pool, {name}), std::vector{State::read}) << round;
+    }
+    EXPECT_EQ(openDescriptors(), before);
+}
+
 TEST(DriveReaderProcess, EndsWhenItsOwnerHasGone) {
     std::array<int, 2> ends{};
     ASSERT_EQ(socketpair(AF_UNIX, SOCK_SEQPACKET, 0, ends.data()), 0);

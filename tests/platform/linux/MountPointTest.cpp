@@ -16,12 +16,12 @@ constexpr std::string_view mountInfo =
     "44 22 8:19 / /run/media/u/stick rw - ext4 /dev/sdc1 rw\n";
 
 TEST(MountPoint, ReadsTheKernelsListOfMounts) {
-    const std::vector<Mount> expected{{"/", "/dev/sda2", false},
-                                      {"/proc", "proc", false},
-                                      {"/run/media/u/My Image", "/dev/loop0", true},
-                                      {"/run/media/u/stick", "/dev/sdb1", false},
-                                      {"/mnt/half", "/dev/sdb2", true},
-                                      {"/run/media/u/stick", "/dev/sdc1", false}};
+    const std::vector<Mount> expected{{"/", "/dev/sda2", false, "8:2"},
+                                      {"/proc", "proc", false, "0:21"},
+                                      {"/run/media/u/My Image", "/dev/loop0", true, "7:0"},
+                                      {"/run/media/u/stick", "/dev/sdb1", false, "8:17"},
+                                      {"/mnt/half", "/dev/sdb2", true, "8:18"},
+                                      {"/run/media/u/stick", "/dev/sdc1", false, "8:19"}};
     EXPECT_EQ(parseMounts(mountInfo), expected);
     EXPECT_EQ(parseMounts(""), std::vector<Mount>{});
 }

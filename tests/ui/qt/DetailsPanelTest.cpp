@@ -68,6 +68,37 @@ TEST(Details, LeaveOutWhatIsNotKnownAndSayWhyAKeyIsHidden) {
                      fact("Not shown", "It gives no data now.")}));
 }
 
+TEST(DriveDetails, TellTheSourceOfATemperature) {
+    const auto sourceOf = [](const char* source) {
+        return detailsOfDrive({}, {}, {}, DriveExplanation{"", source, false, ""}).facts.value(0).text;
+    };
+    EXPECT_EQ(sourceOf("drivetemp"), QStringLiteral("The kernel's own reading (drivetemp)"));
+    EXPECT_EQ(sourceOf("nvme"), QStringLiteral("The kernel's own reading (nvme)"));
+    EXPECT_EQ(sourceOf("smart"), QStringLiteral("The drive itself, which measures its temperature (SMART)"));
+    EXPECT_EQ(sourceOf("nvme log"), QStringLiteral("The drive's health log"));
+    EXPECT_EQ(sourceOf("udisks2"), QStringLiteral("The service UDisks2, which asks the drive"));
+}
+
+TEST(DriveDetails, TellThatADriveSleeps) {
+    const Details details =
+        detailsOfDrive(QStringLiteral("Disk (A1)"), QStringLiteral("   A1 "), QStringLiteral("37°C"),
+                       DriveExplanation{"sda", "drivetemp", true, ""});
+    EXPECT_EQ(details.title, QStringLiteral("Disk (A1)"));
+    EXPECT_EQ(details.facts,
+              (QList{fact("Serial number", "A1"), fact("Device", "sda"),
+                     fact("Source", "The kernel's own reading (drivetemp)"), fact("Reading", "37°C"),
+                     fact("Note", "The drive is asleep and is not woken: this is its value from before.")}));
+}
+
+TEST(DriveDetails, TellWhyThereIsNoTemperature) {
+    const Details details =
+        detailsOfDrive(QStringLiteral("Disk (A1)"), QStringLiteral("A1"), QStringLiteral("N/A"),
+                       DriveExplanation{"sda", "", false, "its SMART is switched off"});
+    EXPECT_EQ(details.facts,
+              (QList{fact("Serial number", "A1"), fact("Device", "sda"), fact("Reading", "N/A"),
+                     fact("No temperature", "its SMART is switched off")}));
+}
+
 class DetailsPanelTest : public test::MainWindowFixture {
   protected:
     void SetUp() override {
@@ -102,6 +133,17 @@ TEST_F(DetailsPanelTest, FollowsTheSelectedRow) {
     table().selectRow(2);
     EXPECT_TRUE(tells("SMART"));
     EXPECT_TRUE(tells("37°C"));
+}
+
+TEST_F(DetailsPanelTest, ExplainsADriveBesideItsRow) {
+    driveExplanation = DriveExplanation{"sda", "udisks2", false, ""};
+    window->setDetailsShown(true);
+    table().selectRow(2);
+    EXPECT_EQ(askedDrive, "A1");
+    EXPECT_TRUE(tells("Device\nsda\nSource\nThe service UDisks2")) << panel().plainText().toStdString();
+    driveExplanation->isAsleep = true;
+    check();
+    EXPECT_TRUE(tells("asleep"));
 }
 
 TEST_F(DetailsPanelTest, IsRefreshedWithEachReloadWhileItIsSeen) {

@@ -58,7 +58,11 @@ class MainWindowFixture : public testing::Test, public SensorTableView {
                                                         Configuration{}, ports());
         window = std::make_unique<MainWindow>(settings);
         window->attach({*delegate, machine.dispatch, &provider, sourceDetail,
-                        [this](SensorKey key) { return explanationOf(key); }});
+                        [this](SensorKey key) { return explanationOf(key); },
+                        [this](const std::string& serial) {
+                            askedDrive = serial;
+                            return driveExplanation;
+                        }});
         delegate->awakeFromNib();
         delegate->applicationDidFinishLaunching();
         delegate->applicationDidBecomeActive();
@@ -118,6 +122,9 @@ class MainWindowFixture : public testing::Test, public SensorTableView {
     /// What is read at each check.
     std::vector<DriveDictionary> drives;
     std::vector<Explanation> explanations;
+    /// What is known of whichever drive, and which one was asked for last.
+    std::optional<DriveExplanation> driveExplanation;
+    std::string askedDrive;
     DesktopSettings settings;
     std::unique_ptr<PyroluxAppDelegate> delegate;
     std::unique_ptr<MainWindow> window;
