@@ -6,6 +6,7 @@
 #include "platform/linux/AtaSmartDrives.h"
 #include "platform/linux/DriveBlocks.h"
 #include "platform/linux/DriveReaderPool.h"
+#include "platform/linux/DriveScan.h"
 #include "platform/linux/LinuxPaths.h"
 #include "platform/linux/SmallFile.h"
 
@@ -13,6 +14,7 @@
 
 #include <cerrno>
 #include <mutex>
+#include <string_view>
 #include <utility>
 
 namespace calorivo {
@@ -41,13 +43,15 @@ std::optional<std::int32_t> celsiusIn(const DriveReading& reading) {
     return celsius && *celsius > 0 ? std::optional<std::int32_t>(*celsius) : std::nullopt;
 }
 
-/// What stands in the way of a reading that failed with this error.
-std::string troubleText(const DriveReading& reading) {
+/// What stands in the way of a reading of this drive that failed.
+std::string troubleText(std::string_view name, const DriveReading& reading) {
     switch (reading.error) {
         case EACCES:
         case EPERM:
         case ENOENT:
-            return "the kernel module drivetemp is not loaded, and only root may ask the drive itself";
+            return isNvmeName(name)
+                       ? "the kernel gives no reading of it, and only root may ask the drive itself"
+                       : "the kernel module drivetemp is not loaded, and only root may ask the drive itself";
         case 0:
             return "it has no temperature";
         default:
@@ -70,7 +74,7 @@ std::string troubleOf(const DriveStatus& status) {
     if (reading.isAsleep) return "it sleeps";
     if (reading.source == DriveSource::smart && !reading.isSwitchedOn) return "its SMART is switched off";
     if (reading.hasData && !isChecksumRight(reading.smart)) return "its SMART data is damaged";
-    return troubleText(reading);
+    return troubleText(status.name, reading);
 }
 
 /// None for what is no drive with SMART, as far as one can tell.

@@ -174,6 +174,9 @@ class Bench:
         if machine.has_thermal_zone:
             command += ["-acpitable", f"file={self.work / 'thermal-zone.aml'}"]
         if machine.has_nvme:  # its medium answers at once: a real one would make the guest's clock race
-            command += ["-drive", "if=none,id=medium,driver=null-co,size=64M,read-zeroes=on"]
-            command += ["-device", "nvme,drive=medium,serial=1"]
+            command += ["-blockdev", "null-co,node-name=medium,size=67108864,read-zeroes=on"]
+            command += ["-device", "nvme,id=nvme,addr=2,drive=medium,serial=1"]
+            # The emulator's own commands, by which the guest unplugs the drive: a third serial port.
+            command += ["-chardev", f"socket,id=monitor,path={folder / 'monitor'},server=on,wait=off"]
+            command += ["-mon", "monitor", "-serial", f"unix:{folder / 'monitor'}"]
         return command
