@@ -23,6 +23,10 @@ KERNEL_ARGUMENTS = "console=ttyS0 quiet panic=-1 tsc=reliable random.trust_cpu=o
 LONGEST_RUN = 240  # seconds: some ten times what a scenario takes on an idle machine
 
 
+# The drives that are simulated inside the guest.
+DRIVES = ("ata-drive", "nvme-drive")
+
+
 class Unavailable(Exception):
     """What is missing on this machine for booting a guest."""
 
@@ -89,13 +93,14 @@ class Bench:
         self.common = self._common_files(program)
 
     def _compile(self) -> None:
-        for tool, command in {
-            "gcc": ["gcc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror", "-fPIC", "-shared"]
-            + ["-o", self.work / "smc-device.so", HERE / "smc-device.c"],
-            "cc": ["cc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror", "-static"]
-            + ["-o", self.work / "ata-drive", HERE / "ata-drive.c"],
-            "iasl": ["iasl", "-p", self.work / "thermal-zone", HERE / "thermal-zone.asl"],
-        }.items():
+        compile_c = ["gcc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror"]
+        commands = [
+            [*compile_c, "-fPIC", "-shared", "-o", self.work / "smc-device.so", HERE / "smc-device.c"],
+            *([*compile_c, "-static", "-o", self.work / drive, HERE / f"{drive}.c"] for drive in DRIVES),
+            ["iasl", "-p", self.work / "thermal-zone", HERE / "thermal-zone.asl"],
+        ]
+        for command in commands:
+            tool = command[0]
             if not shutil.which(tool):
                 raise Unavailable(f"{tool} is not installed")
             done = subprocess.run(command, capture_output=True, text=True)
@@ -108,7 +113,8 @@ class Bench:
         shutil.copytree(HERE / "guest", folder / "bin")
         (folder / "bin" / "init").rename(folder / "init")
         shutil.copy(program, folder / "bin" / "calorivo-cli")
-        shutil.copy(self.work / "ata-drive", folder / "bin" / "ata-drive")
+        for drive in DRIVES:
+            shutil.copy(self.work / drive, folder / "bin" / drive)
         shutil.copytree(ROOT / "data", folder / "share" / "calorivo")
         for word in subprocess.run(["ldd", program], capture_output=True, text=True).stdout.split():
             if word.startswith("/"):
@@ -170,7 +176,7 @@ class Bench:
     def _command(self, folder: pathlib.Path, machine: Machine) -> list[str]:
         command = [EMULATOR, "-accel", "tcg", "-icount", CLOCK, "-M", "pc", "-cpu", "max", "-m", "320"]
         command += ["-nodefaults", "-no-user-config", "-display", "none", "-no-reboot"]
-        # The emulator writes an unpacked kernel into memory anew whenever the machine is reset; waking it up is a reset.
+        # The emulator writes an unpacked kernel into memory anew whenever the machine is reset, as it is to wake up.
         kernel = "vmlinuz" if machine.can_sleep else "vmlinux"
         command += ["-kernel", str(self.kernel / kernel), "-initrd", str(folder / "initrd")]
         command += ["-append", KERNEL_ARGUMENTS]
