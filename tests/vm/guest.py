@@ -39,6 +39,7 @@ class Machine:
     keys: str | None = None
     has_thermal_zone: bool = False
     has_nvme: bool = False
+    # Can be suspended; it boots a little more slowly.
     can_sleep: bool = False
 
 

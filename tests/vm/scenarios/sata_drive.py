@@ -128,9 +128,9 @@ def check_replacement(result, expect, user, late):
     expect.equal(f"{user}: its source", drives_in(result, f"{user}-replugged")[0]["source"], source)
     expect.equal(f"{user}: another one", told("replugged"), ("OTHER", 31, None))
     log = StampedLog(result.text(f"{user}.log"))  # its last two columns are the disk and the NVMe drive
-    late, replugged, end = (result.number(f"{user}-{mark}.mark") for mark in ("late", "replugged", "end"))
+    slow, replugged, end = (result.number(f"{user}-{mark}.mark") for mark in ("late", "replugged", "end"))
     # No row goes without a value, and none waits for the drive longer than half a second.
     expect.equal(f"{user}: while it is late", log.fields(-2, 0, replugged), ["45", "58"])
     expect.equal(f"{user}: afterwards", log.fields(-2, replugged + 1, end), ["N/A"])
-    gap = log.longest_gap(late, replugged)
+    gap = log.longest_gap(slow, replugged)
     expect.true(f"{user}: a row each second", gap < 1.6, gap)

@@ -6,7 +6,7 @@ from expect import StampedLog, WatchLog
 from guest import Machine
 
 PERIOD = 1
-# Twice the kernel's rounding of a process's sleep, and what a check takes.
+# What a check takes, and the way of its table to the log.
 TOLERANCE = 0.1
 USERS = {"root": "", "user": "as-user "}
 CHIP, MEMORY, MAC = "TN0x", "TM3S", "TC0P"
