@@ -48,7 +48,7 @@ std::string troubleText(const DriveStatus& status) {
         case ENOENT:
             if (isOfUDisks) return "UDisks2 does not ask the drive for this user";
             if (isNvmeName(status.name))
-                return "the kernel does not tell it, and only root may ask the drive itself";
+                return "the kernel gives no reading of it, and only root may ask the drive itself";
             return "the kernel module drivetemp is not loaded, and only root may ask the drive itself";
         case ETIMEDOUT:
             return isOfUDisks ? "UDisks2 does not answer" : errorText(reading.error);

@@ -57,7 +57,7 @@ TEST(DriveDetails, SayWhatTheKernelAndTheDriveRefuse) {
         EXPECT_EQ(troubleOf(statusOf(untold(error))),
                   "the kernel module drivetemp is not loaded, and only root may ask the drive itself");
         EXPECT_EQ(troubleOf(statusOf(untold(error), "nvme0")),
-                  "the kernel does not tell it, and only root may ask the drive itself");
+                  "the kernel gives no reading of it, and only root may ask the drive itself");
     }
     EXPECT_EQ(troubleOf(statusOf(untold(EIO))), "Input/output error");
     EXPECT_EQ(troubleOf(statusOf(untold(0))), "it has no temperature");

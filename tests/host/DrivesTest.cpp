@@ -82,6 +82,19 @@ TEST(Drives, SayWhyThereIsNoTemperature) {
     drives->update();
     EXPECT_EQ(drives->details(),
               (Details{{"SAMPLE DISK", "A1", "sda", {}, "", false, false, "it has no temperature"}}));
+    FakeTree chipless;
+    test::addNvme(chipless, {});
+    const auto nvme = makeDrives(recorded(chipless), thisProgram, ample);
+    nvme->update();
+    EXPECT_EQ(nvme->details(),
+              (Details{{"SAMPLE NVME",
+                        "N1",
+                        "nvme0",
+                        {},
+                        "",
+                        false,
+                        false,
+                        "the kernel gives no reading of it, and only root may ask the drive itself"}}));
     tree.file(disk.device() + "/power/runtime_status", "suspended\n");
     const auto others = makeDrives(recorded(tree), thisProgram, ample);
     others->update();

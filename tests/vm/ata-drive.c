@@ -3,7 +3,7 @@
  * whose data, delays and errors a scenario chooses.
  *
  * usage: ata-drive NAME &    (in the guest, as root; /dev/sdX appears)
- * Settings are lines of /run/ata-drive.NAME, read before every ATA command:
+ * Settings are lines of /run/ata-drive.NAME, read before every ATA command and inquiry:
  *   temp N        raw value of the temperature attribute, 45 unless set
  *   attr N        its identifier: 194 unless set, 0 for none
  *   life N        an attribute 231 before it, with this value both raw and normalised
@@ -142,6 +142,7 @@ static int registers(uint8_t *s, int key, int error, int sectors, int middle, in
 static int inquiry(const uint8_t *c, uint8_t *d, int *length, uint8_t *s) {
     static const uint8_t pages[] = {0, 0, 0, 4, 0, 0x80, 0x83, 0x89};
     char text[41];
+    read_settings();
     memset(d, 0, 572);
     if (!(c[1] & 1)) {
         d[2] = 5, d[3] = 2, d[4] = 91, *length = 96;

@@ -36,6 +36,16 @@ def texts_by_key(listing: dict) -> dict[str, str]:
     return {sensor["key"]: sensor["text"] for sensor in listing["sensors"]}
 
 
+def without_repetitions(values: list[str]) -> list[str]:
+    return [v for i, v in enumerate(values) if i == 0 or v != values[i - 1]]
+
+
+def longest_gap(times: list[float], begin: float, end: float) -> float:
+    """Between two of the times, of which the second lies in that time."""
+    gaps = [round(b - a, 2) for a, b in zip(times, times[1:]) if begin <= b <= end]
+    return max(gaps) if gaps else float("inf")
+
+
 class WatchLog:
     """The tables that a watch showed: for each the time, and what it showed for each key."""
 
@@ -52,14 +62,33 @@ class WatchLog:
 
     def longest_gap(self, begin: float, end: float) -> float:
         """Between two tables, of which the second came in that time."""
-        gaps = [round(b - a, 2) for a, b in zip(self.times, self.times[1:]) if begin <= b <= end]
-        return max(gaps) if gaps else float("inf")
+        return longest_gap(self.times, begin, end)
 
     def values(self, key: str, begin: float = 0, end: float = float("inf")) -> list[str]:
         """What the key showed in that time, without repetitions."""
         shown_values = [t.get(key, "nothing") for time, t in zip(self.times, self.tables) if begin <= time <= end]
-        return [v for i, v in enumerate(shown_values) if i == 0 or v != shown_values[i - 1]]
+        return without_repetitions(shown_values)
 
     def at(self, time: float) -> dict[str, str]:
         """The last table before that time."""
         return [table for at, table in zip(self.times, self.tables) if at <= time][-1]
+
+
+class StampedLog:
+    """The lines that a command printed, and when."""
+
+    def __init__(self, text: str):
+        stamped = [line.partition(" ") for line in text.splitlines()]
+        self.times = [float(time) for time, _, _ in stamped]
+        self.lines = [line for _, _, line in stamped]
+
+    def between(self, begin: float, end: float) -> list[str]:
+        return [line for time, line in zip(self.times, self.lines) if begin <= time <= end]
+
+    def fields(self, column: int, begin: float, end: float) -> list[str]:
+        """What the rows of that time have in the column, without repetitions; the titles are no row."""
+        values = [row.split(",")[column] for row in self.between(begin, end) if row != self.lines[0]]
+        return without_repetitions(values)
+
+    def longest_gap(self, begin: float, end: float) -> float:
+        return longest_gap(self.times, begin, end)

@@ -23,6 +23,10 @@ KERNEL_ARGUMENTS = "console=ttyS0 quiet panic=-1 tsc=reliable random.trust_cpu=o
 LONGEST_RUN = 240  # seconds: some ten times what a scenario takes on an idle machine
 
 
+# The drives that are simulated inside the guest.
+DRIVES = ("ata-drive", "nvme-drive")
+
+
 class Unavailable(Exception):
     """What is missing on this machine for booting a guest."""
 
@@ -35,6 +39,8 @@ class Machine:
     keys: str | None = None
     has_thermal_zone: bool = False
     has_nvme: bool = False
+    # Can be suspended; it boots a little more slowly.
+    can_sleep: bool = False
 
 
 @dataclasses.dataclass
@@ -53,6 +59,11 @@ class Result:
 
     def number(self, name: str) -> float:
         return float(self.text(name))
+
+    def counts(self, name: str) -> dict[str, int]:
+        """What a drive had counted: "smart 3 wakes 0"."""
+        words = self.text(name).split()
+        return {word: int(number) for word, number in zip(words[::2], words[1::2])}
 
 
 def cache_folder() -> pathlib.Path:
@@ -83,13 +94,14 @@ class Bench:
         self.common = self._common_files(program)
 
     def _compile(self) -> None:
-        for tool, command in {
-            "gcc": ["gcc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror", "-fPIC", "-shared"]
-            + ["-o", self.work / "smc-device.so", HERE / "smc-device.c"],
-            "cc": ["cc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror", "-static"]
-            + ["-o", self.work / "ata-drive", HERE / "ata-drive.c"],
-            "iasl": ["iasl", "-p", self.work / "thermal-zone", HERE / "thermal-zone.asl"],
-        }.items():
+        compile_c = ["gcc", "-std=gnu11", "-O2", "-Wall", "-Wextra", "-Werror"]
+        commands = [
+            [*compile_c, "-fPIC", "-shared", "-o", self.work / "smc-device.so", HERE / "smc-device.c"],
+            *([*compile_c, "-static", "-o", self.work / drive, HERE / f"{drive}.c"] for drive in DRIVES),
+            ["iasl", "-p", self.work / "thermal-zone", HERE / "thermal-zone.asl"],
+        ]
+        for command in commands:
+            tool = command[0]
             if not shutil.which(tool):
                 raise Unavailable(f"{tool} is not installed")
             done = subprocess.run(command, capture_output=True, text=True)
@@ -102,7 +114,8 @@ class Bench:
         shutil.copytree(HERE / "guest", folder / "bin")
         (folder / "bin" / "init").rename(folder / "init")
         shutil.copy(program, folder / "bin" / "calorivo-cli")
-        shutil.copy(self.work / "ata-drive", folder / "bin" / "ata-drive")
+        for drive in DRIVES:
+            shutil.copy(self.work / drive, folder / "bin" / drive)
         shutil.copytree(ROOT / "data", folder / "share" / "calorivo")
         for word in subprocess.run(["ldd", program], capture_output=True, text=True).stdout.split():
             if word.startswith("/"):
@@ -164,7 +177,9 @@ class Bench:
     def _command(self, folder: pathlib.Path, machine: Machine) -> list[str]:
         command = [EMULATOR, "-accel", "tcg", "-icount", CLOCK, "-M", "pc", "-cpu", "max", "-m", "320"]
         command += ["-nodefaults", "-no-user-config", "-display", "none", "-no-reboot"]
-        command += ["-kernel", str(self.kernel / "vmlinux"), "-initrd", str(folder / "initrd")]
+        # The emulator writes an unpacked kernel into memory anew whenever the machine is reset, as it is to wake up.
+        kernel = "vmlinuz" if machine.can_sleep else "vmlinux"
+        command += ["-kernel", str(self.kernel / kernel), "-initrd", str(folder / "initrd")]
         command += ["-append", KERNEL_ARGUMENTS]
         for port in ("console", "out.tar"):
             command += ["-serial", f"file:{folder / port}"]
@@ -174,6 +189,9 @@ class Bench:
         if machine.has_thermal_zone:
             command += ["-acpitable", f"file={self.work / 'thermal-zone.aml'}"]
         if machine.has_nvme:  # its medium answers at once: a real one would make the guest's clock race
-            command += ["-drive", "if=none,id=medium,driver=null-co,size=64M,read-zeroes=on"]
-            command += ["-device", "nvme,drive=medium,serial=1"]
+            command += ["-blockdev", "null-co,node-name=medium,size=67108864,read-zeroes=on"]
+            command += ["-device", "nvme,id=nvme,addr=2,drive=medium,serial=1"]
+            # The emulator's own commands, by which the guest unplugs the drive: a third serial port.
+            command += ["-chardev", f"socket,id=monitor,path={folder / 'monitor'},server=on,wait=off"]
+            command += ["-mon", "monitor", "-serial", f"unix:{folder / 'monitor'}"]
         return command

@@ -52,8 +52,9 @@ struct HwmonChip {
     bool isBootVGA = false;
     /// A GPU that sleeps: none of its inputs may be read, or it would wake.
     bool isAsleep = false;
-    /// Drives only: the model text of the device, trimmed.
+    /// Drives only: the model text of the device and its serial number, trimmed.
     std::string driveModel;
+    std::string driveSerial;
     /// Network devices only: the interface's name, "enp3s0".
     std::string interfaceName;
     /// Power supplies only: "Battery", "Mains" ... and their scope, "System" or "Device".

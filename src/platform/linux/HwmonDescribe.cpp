@@ -133,6 +133,7 @@ void describeDevice(HwmonChip& chip, const LocatedChip& located, const std::stri
         describePciDevice(chip, device.get());
     } else if (chip.name == "nvme") {
         chip.driveModel = trimmed(readAttribute(device.get(), "model").value_or(""));
+        chip.driveSerial = trimmed(readAttribute(device.get(), "serial").value_or(""));
     } else if (isSupply) {
         chip.supplyType = readAttribute(device.get(), "type").value_or("");
         chip.supplyScope = readAttribute(device.get(), "scope").value_or("");

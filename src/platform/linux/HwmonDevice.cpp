@@ -174,7 +174,9 @@ bool HwmonDevice::findAgain() {
     if (!located_.isPathUnique && (alikes > 1 || located_.devicePath != located_.name)) return false;
 
     const DescribedChip described = describeHwmonChip(sys_, *found);
-    if (described.chip.driveModel != chip_.driveModel) return false;  // another drive in the same slot
+    const bool isOtherDrive = described.chip.driveModel != chip_.driveModel ||  // in the same slot
+                              described.chip.driveSerial != chip_.driveSerial;
+    if (isOtherDrive) return false;
     for (const File& file : files_)
         if (!file.labelName.empty() &&
             readAttribute(found->files->get(), file.labelName.c_str()) != file.label)

@@ -198,5 +198,32 @@ TEST_F(LostDeviceTest, AChangedLabelIsAnotherSensor) {
     EXPECT_EQ(readTarget().error, ENODEV);
 }
 
+/// The one that was there before comes back, or another one of the same model.
+Reading readingAfterReplug(std::string_view serial) {
+    FakeTree tree;
+    const auto plugIn = [&tree](std::string_view number) {
+        const std::string chip = tree.chip(0, "nvme", "pci0000:00/0000:02:00.0/nvme/nvme0");
+        tree.fan(chip, 1, "800").file(chip + "/fan1_target", "850\n");
+        tree.file("devices/pci0000:00/0000:02:00.0/nvme/nvme0/serial", number);
+    };
+    plugIn("N1\n");
+    HwmonDevice device(tree.root(), locateHwmonChips(tree.root()).front());
+    device.perform(DeviceJob::describe);
+    const auto readTarget = [&device] {
+        device.request(device.itemOf("fan1_target"));
+        device.perform(DeviceJob::refreshRequested);
+        return device.peek(device.itemOf("fan1_target"));
+    };
+    tree.removeChip(0);
+    static_cast<void>(readTarget());
+    plugIn(serial);
+    return readTarget();
+}
+
+TEST(HwmonDrive, AnswersAgainWhenItIsBackButNotForAnotherOneInItsSlot) {
+    EXPECT_EQ(readingAfterReplug("N1\n").value, 850);
+    EXPECT_EQ(readingAfterReplug("N2\n").error, ENODEV);
+}
+
 }  // namespace
 }  // namespace calorivo

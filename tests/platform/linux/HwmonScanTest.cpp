@@ -153,7 +153,9 @@ TEST(HwmonScan, KnowsDrivesInterfacesAndSupplies) {
     FakeTree nvme;
     nvme.temperature(nvme.chip(0, "nvme", "pci0000:00/0000:02:00.0/nvme/nvme0"), 1, "37850", "Composite");
     nvme.file("devices/pci0000:00/0000:02:00.0/nvme/nvme0/model", "Sample Drive 1TB               \n");
+    nvme.file("devices/pci0000:00/0000:02:00.0/nvme/nvme0/serial", "N123           \n");
     EXPECT_EQ(describedOnly(nvme).driveModel, "Sample Drive 1TB");
+    EXPECT_EQ(describedOnly(nvme).driveSerial, "N123");
 
     FakeTree network;
     network.temperature(network.chip(0, "enp4s0", "pci0000:00/0000:04:00.0"), 1, "50000");

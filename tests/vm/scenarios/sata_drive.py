@@ -1,7 +1,9 @@
-"""A SATA disk: what root and an ordinary user are told of it, with the kernel's own reading and without, and that
-nothing is ever switched in the drive and no sleeping drive is woken.
+"""A SATA disk: what root and an ordinary user are told of it, with the kernel's own reading and without; one that takes
+seconds to answer keeps the value that it had, and another one in its place does not take it over. Nothing is ever
+switched in the drive.
 """
 
+from expect import StampedLog
 from guest import Machine
 
 MACHINE = Machine(has_nvme=True)
@@ -9,6 +11,30 @@ SCRIPT = """
 both() {
     record "$1-root" calorivo-cli drives --json
     record "$1-user" as-user calorivo-cli drives --json
+}
+# A drive that takes its time for each command, without a value to keep and with one; then another one in its place.
+replaced() {
+    user=$1
+    delay=$2
+    shift 2
+    drive set a "temp 45" "delay $delay"
+    record "$user-late" "$@" calorivo-cli drives --json
+    drive set a "temp 45"
+    sleep 2
+    stamp "$user" "$@" calorivo-cli log --print --drives --interval 1
+    sleep 2
+    mark "$user-late"
+    drive set a "temp 58" "delay $delay"
+    sleep 10
+    drive set a "temp 31" "serial OTHER"
+    mark "$user-replugged"
+    drive replug sda
+    record "$user-replugged" "$@" calorivo-cli drives --json
+    sleep 2
+    mark "$user-end"
+    kill "$(cat "/tmp/$user.pid")"
+    drive set a "temp 39"
+    drive replug sda
 }
 drive add a
 modprobe nvme
@@ -33,17 +59,15 @@ drive set a "short 100"
 both short
 drive set a "delay 300"
 both delay
+replaced root 1500
 
-drive set a "temp 39"
 modprobe drivetemp
 sleep 1
 both drivetemp
+replaced user 800 as-user # the kernel gives up after 1 s
 record list-user as-user calorivo-cli list
 record why-user as-user calorivo-cli why DRIVE-a
-drive set a "standby 1"
-record standby-root calorivo-cli drives --json
 drive count a >/out/count
-record powered-user as-user calorivo-cli drives
 """
 NVME = ("QEMU NVMe Ctrl", "1", 50, "nvme", False, None)
 MODEL = "TEST SATA DRIVE"
@@ -61,6 +85,13 @@ AS_ROOT = {
     "short": (None, None, False, "Input/output error"),
     "delay": (45, "smart", True, None),
     "drivetemp": (39, "drivetemp", True, None),
+}
+
+
+# What is told of a slow drive within two seconds: the kernel's own reading takes one command, root's takes four.
+LATE = {
+    "root": ("DRIVE-a", None, "it has not answered yet"),
+    "user": ("DRIVE-a", 45, None),
 }
 
 
@@ -82,9 +113,24 @@ def check(result, expect):
     expect.equal("serial number", disk["serial"], "DRIVE-a")
     expect.equal("why", result.text("why-user.out").splitlines()[0], f"{MODEL} (DRIVE-a)")
     expect.equal("list", f"{MODEL} (DRIVE-a)" in result.text("list-user.out"), True)
-    asleep = drives_in(result, "standby-root")[0]
-    expect.equal("standby", (asleep["asleep"], asleep["celsius"], asleep["problem"]), (True, None, "it sleeps"))
-    count = result.text("count").split()
-    counted = dict(zip(count[::2], count[1::2]))
-    expect.equal("SMART was never switched", counted["switches"], "0")
-    expect.equal("the drive was never woken", counted["wakes"], "0")
+    expect.equal("SMART was never switched", result.counts("count")["switches"], 0)
+    for user, late in LATE.items():
+        check_replacement(result, expect, user, late)
+
+
+def check_replacement(result, expect, user, late):
+    def told(name):
+        drive = drives_in(result, f"{user}-{name}")[0]
+        return drive["serial"], drive["celsius"], drive["problem"]
+
+    expect.equal(f"{user}: late", told("late"), late)
+    source = "smart" if user == "root" else "drivetemp"
+    expect.equal(f"{user}: its source", drives_in(result, f"{user}-replugged")[0]["source"], source)
+    expect.equal(f"{user}: another one", told("replugged"), ("OTHER", 31, None))
+    log = StampedLog(result.text(f"{user}.log"))  # its last two columns are the disk and the NVMe drive
+    slow, replugged, end = (result.number(f"{user}-{mark}.mark") for mark in ("late", "replugged", "end"))
+    # No row goes without a value, and none waits for the drive longer than half a second.
+    expect.equal(f"{user}: while it is late", log.fields(-2, 0, replugged), ["45", "58"])
+    expect.equal(f"{user}: afterwards", log.fields(-2, replugged + 1, end), ["N/A"])
+    gap = log.longest_gap(slow, replugged)
+    expect.true(f"{user}: a row each second", gap < 1.6, gap)
