@@ -41,6 +41,13 @@ std::vector<Line> driveLines(const Snapshot& snapshot) {
     return lines;
 }
 
+/// It is among the drives, whose own line tells the same.
+bool isShownAsDrive(const SensorReading& sensor, const Snapshot& snapshot) {
+    return !sensor.drive.empty() && std::ranges::any_of(snapshot.drives, [&](const DriveRow& drive) {
+        return drive.details.isListed && drive.details.serial == sensor.drive;
+    });
+}
+
 std::vector<Group> areaGroups(const Snapshot& snapshot, std::optional<std::int32_t> areaTag) {
     std::vector<Group> groups;
     for (const Area& area : areas) {
@@ -48,7 +55,7 @@ std::vector<Group> areaGroups(const Snapshot& snapshot, std::optional<std::int32
         Group group{std::string(area.name), {}};
         if (area.tag == hardDriveAreaTag) group.lines = driveLines(snapshot);
         for (const SensorReading& sensor : snapshot.sensors)
-            if (sensor.area == &area)
+            if (sensor.area == &area && !isShownAsDrive(sensor, snapshot))
                 group.lines.push_back({cleanText(sensor.name),
                                        cleanText(sensor.key.view()),
                                        sensor.text,

@@ -6,7 +6,7 @@
 
 namespace calorivo {
 
-Snapshot takeSnapshot(Engine& engine, const SensorProvider& provider) {
+Snapshot takeSnapshot(Engine& engine, SensorProvider& provider) {
     const SensorLists& lists = engine.lists;
     Snapshot snapshot;
     snapshot.model = lists.modelName;
@@ -18,7 +18,8 @@ Snapshot takeSnapshot(Engine& engine, const SensorProvider& provider) {
         for (const SensorKey key : lists.*list) {
             const double celsius = engine.reader.getCachedTemperatureForSensor(key);
             snapshot.sensors.push_back({key, engine.naming.convertKeyNameToHumanString(key), &area, celsius,
-                                        engine.reader.convertDegreesToString(celsius), isTempValid(celsius)});
+                                        engine.reader.convertDegreesToString(celsius), isTempValid(celsius),
+                                        provider.driveMeasuredBy(key.view())});
         }
     }
     snapshot.allAverage = {engine.averages.avgTemp, engine.averages.avgTempAsString};

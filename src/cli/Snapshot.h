@@ -24,6 +24,8 @@ struct SensorReading {
     double celsius;
     std::string text;
     bool isValid;
+    /// The serial number of the drive that it is in; empty for other sensors.
+    std::string drive;
 };
 
 /// An average of temperatures, °C; 0 where nothing counts.
@@ -56,6 +58,6 @@ struct Snapshot {
 };
 
 /// What the last check of the engine found; a sensor that was never checked is read now.
-[[nodiscard]] Snapshot takeSnapshot(Engine& engine, const SensorProvider& provider);
+[[nodiscard]] Snapshot takeSnapshot(Engine& engine, SensorProvider& provider);
 
 }  // namespace calorivo

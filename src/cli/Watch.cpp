@@ -87,7 +87,8 @@ Watch::Watch(const Options& options, Surroundings& surroundings, PollDispatch& d
       style_(isColourWanted(isOnTerminal_, processEnvironment("NO_COLOR"), processEnvironment("TERM"))),
       checkQueue_(isShowing() ? dispatch.makeSerialQueue("check") : std::make_unique<InlineQueue>()),
       engine_(session.discover(*checkQueue_, {.display = isShowing() ? this : nullptr})),
-      statistics_(engine_),
+      statistics_(engine_,
+                  [&session](SensorKey key) { return session.provider().driveMeasuredBy(key.view()); }),
       start_(dispatch.now()) {
     beginDrives(surroundings.driveReader);
 }

@@ -24,10 +24,12 @@ void Extent::add(double value) {
     ++count;
 }
 
-WatchStatistics::WatchStatistics(const Engine& engine) : engine_(engine) {
+WatchStatistics::WatchStatistics(const Engine& engine, const DriveMeasuredBy& driveMeasuredBy)
+    : engine_(engine) {
     for (const Area& area : areas) {
         if (area.tag == allAreasTag) continue;
-        for (const SensorKey key : engine.lists.*area.sensors) sensors_.push_back({key, &area, nullptr, {}});
+        for (const SensorKey key : engine.lists.*area.sensors)
+            sensors_.push_back({key, &area, nullptr, {}, driveMeasuredBy ? driveMeasuredBy(key) : ""});
     }
 }
 

@@ -6,6 +6,8 @@
 #include "sensors/SensorKey.h"
 
 #include <cstdint>
+#include <functional>
+#include <string>
 #include <vector>
 
 namespace calorivo {
@@ -32,7 +34,9 @@ class WatchStatistics {
         const Area* area = nullptr;
         /// The reader's last value; null until it was read.
         const double* celsius = nullptr;
-        Extent extent;
+        Extent extent{};
+        /// The serial number of the drive that it is in; empty for other sensors.
+        std::string drive{};
     };
 
     struct Drive {
@@ -42,8 +46,12 @@ class WatchStatistics {
         bool isThere = true;
     };
 
-    /// `engine` must have discovered its sensors and outlive this object.
-    explicit WatchStatistics(const Engine& engine);
+    /// The serial number of the drive whose temperature a sensor is; empty for other sensors.
+    using DriveMeasuredBy = std::function<std::string(SensorKey)>;
+
+    /// `engine` must have discovered its sensors and outlive this object. The function is called at once,
+    /// for each sensor; it may be empty.
+    explicit WatchStatistics(const Engine& engine, const DriveMeasuredBy& driveMeasuredBy = {});
 
     /// Takes the values of the check that has just run; allocates nothing from the second check on.
     void add();

@@ -70,13 +70,20 @@ struct RowMaker {
         fill(row, drive.extent, drive.details.isAsleep ? "asleep" : degrees(celsius), degrees);
         return row;
     }
+    /// It is among the drives, whose own row tells the same.
+    [[nodiscard]] bool isShownAsDrive(const WatchStatistics::Sensor& sensor) const {
+        return !sensor.drive.empty() &&
+               std::ranges::any_of(statistics.drives(), [&](const WatchStatistics::Drive& drive) {
+                   return (drive.isThere || !isNow) && drive.details.serial == sensor.drive;
+               });
+    }
     void appendArea(const Area& area, std::vector<WatchRow>& rows) const {
         const std::size_t begin = rows.size();
         if (area.tag == hardDriveAreaTag)
             for (const WatchStatistics::Drive& drive : statistics.drives())
                 if (drive.isThere || !isNow) rows.push_back(rowOf(drive));
         for (const WatchStatistics::Sensor& sensor : statistics.sensors())
-            if (sensor.area == &area) rows.push_back(rowOf(sensor));
+            if (sensor.area == &area && !isShownAsDrive(sensor)) rows.push_back(rowOf(sensor));
         if (rows.size() > begin)
             rows.insert(rows.begin() + static_cast<std::ptrdiff_t>(begin), heading(area.name));
     }

@@ -35,6 +35,9 @@ class SensorProvider : public IOKit {
     [[nodiscard]] virtual std::vector<ModelTableEntry> machineSensors() const { return {}; }
     /// None for a key that the provider does not hold.
     [[nodiscard]] virtual std::optional<KeyOrigin> originOf(std::string_view key) = 0;
+    /// The serial number of the drive whose temperature this key is; empty for every other key. In the list
+    /// of drives, where there is one, the same temperature stands once more.
+    [[nodiscard]] virtual std::string driveMeasuredBy(std::string_view /*key*/) { return {}; }
     /// What went wrong and can be mended by somebody, one line each ("file:line: reason").
     [[nodiscard]] virtual std::vector<std::string> problems() const { return {}; }
 };

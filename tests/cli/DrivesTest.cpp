@@ -113,6 +113,24 @@ TEST(DrivesInList, ComeFirstInTheirArea) {
     EXPECT_EQ(JSON::parse(machine.run({"list", "--json", "--area", "cpu"}).out)["drives"].size(), 0U);
 }
 
+TEST(DrivesInList, StandThereOnceThoughTheirSensorIsKnownAsWell) {
+    RecordedDrives machine;
+    const std::string drive = test::FakeNvme{}.folder();
+    machine.tree.link(drive + "/hwmon2/device", "../../nvme0");
+    machine.tree.link("class/hwmon/hwmon2", "../../" + drive + "/hwmon2");
+    EXPECT_EQ(machine.run({"list"}).out,
+              "Unknown model (hwmon)\n\n"
+              "Hard Drive\n"
+              "  SAMPLE DISK (A1)                  38°C\n"
+              "  SAMPLE NVME (N1)                  85°C !\n\n"
+              "Averages\n"
+              "  CPU                                N/A\n"
+              "  All sensors                       85°C !\n");
+    const JSON all = JSON::parse(machine.run({"list", "--json"}).out);
+    EXPECT_EQ(all["sensors"].size(), 1U) << "a program is told everything";
+    EXPECT_EQ(all["drives"].size(), 3U);
+}
+
 TEST(DrivesInWatch, AreInItsTablesAndInItsSummary) {
     const RecordedDrives machine;
     const ParsedOptions parsed =

@@ -119,6 +119,29 @@ TEST_F(WatchTableTest, ShowsDrivesBeforeTheSensorsOfTheirArea) {
                                      {"SSD A", "TH0A", "35°C", "35°C", "35°C"}}));
 }
 
+TEST_F(WatchTableTest, ASensorThatIsInADriveHasNoRowBesideIt) {
+    smc.setTemperature("TH0A", 35);
+    Engine other{dispatch, dispatch.mainQueue(), files, {}};
+    other.discover({"calorivo"}, {}, {});
+    WatchStatistics all(other, [](SensorKey key) { return key.view() == "TH0A" ? "N1" : ""; });
+    other.cycle.checkTimerFired();
+    all.add();
+    const auto areaOfDrives = [&] {
+        std::vector<std::string> names;
+        const std::vector<WatchRow> rows = watchRows(other, all);
+        auto row = std::ranges::find(rows, heading("Hard Drive"));
+        for (++row; row != rows.end() && !row->isHeading; ++row) names.push_back(row->name);
+        return names;
+    };
+    EXPECT_EQ(areaOfDrives(), std::vector<std::string>{"SSD A"}) << "as long as the drive is not there";
+    all.addDrives({disk("A1", 48)});
+    EXPECT_EQ(areaOfDrives(), (std::vector<std::string>{"SAMPLE DISK (A1)", "SSD A"}));
+    all.addDrives({disk("A1", 48), disk("N1", 35)});
+    EXPECT_EQ(areaOfDrives(), (std::vector<std::string>{"SAMPLE DISK (A1)", "SAMPLE DISK (N1)"}));
+    all.addDrives({disk("A1", 48)});
+    EXPECT_EQ(areaOfDrives(), (std::vector<std::string>{"SAMPLE DISK (A1)", "SSD A"})) << "it has gone";
+}
+
 TEST_F(WatchTableTest, SaysThatADriveSleepsInsteadOfWhatItToldBefore) {
     check(40, 50, 3000);
     statistics->addDrives({disk("A1", 48)});

@@ -177,6 +177,13 @@ bool LinuxSmc::Machine::hasSleptUntil(nanoseconds now) {
     return true;
 }
 
+std::string LinuxSmc::Machine::driveMeasuredBy(std::uint32_t key) {
+    const Entry* const entry = find(key);
+    if (entry == nullptr || entry->sources.size() != 1) return {};
+    const auto& chip = hwmon_[entry->sources.front().first];
+    return chip ? chip->chip().driveSerial : std::string();
+}
+
 std::optional<KeyOrigin> LinuxSmc::Machine::originOf(std::uint32_t key) {
     Entry* const entry = find(key);
     if (entry == nullptr) return std::nullopt;

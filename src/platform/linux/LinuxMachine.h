@@ -28,6 +28,7 @@ class LinuxSmc::Machine {
     [[nodiscard]] const std::vector<ModelTableEntry>& machineSensors() const { return machineSensors_; }
     [[nodiscard]] std::vector<std::string> problems() const { return problems_; }
     [[nodiscard]] std::optional<KeyOrigin> originOf(std::uint32_t key);
+    [[nodiscard]] std::string driveMeasuredBy(std::uint32_t key);
 
     [[nodiscard]] std::optional<std::uint32_t> keyAt(std::uint32_t index) const;
     kern_return_t keyInformation(std::uint32_t key, SmcKeyInformation& information);

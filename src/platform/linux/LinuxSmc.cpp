@@ -20,6 +20,10 @@ std::optional<KeyOrigin> LinuxSmc::originOf(std::string_view key) {
     return machine_ ? machine_->originOf(smcCode(key)) : std::nullopt;
 }
 
+std::string LinuxSmc::driveMeasuredBy(std::string_view key) {
+    return machine_ ? machine_->driveMeasuredBy(smcCode(key)) : std::string();
+}
+
 std::vector<std::string> LinuxSmc::problems() const {
     return machine_ ? machine_->problems() : std::vector<std::string>{};
 }

@@ -47,6 +47,7 @@ class LinuxSmc final : public SmcService {
     [[nodiscard]] std::optional<std::string> modelName() const override;
     [[nodiscard]] std::vector<ModelTableEntry> machineSensors() const override;
     [[nodiscard]] std::optional<KeyOrigin> originOf(std::string_view key) override;
+    [[nodiscard]] std::string driveMeasuredBy(std::string_view key) override;
     [[nodiscard]] std::vector<std::string> problems() const override;
 
   protected:

@@ -132,6 +132,9 @@ void MainWindow::attach(const MainWindowParts& parts) {
     parts_.emplace(parts);
     PyroluxAppDelegate& delegate = parts_->delegate;
     model_ = new SensorTableModel(delegate.sensorTable(), delegate.sourceList(), delegate.lists(), this);
+    if (SensorProvider* const provider = parts.provider)
+        model_->setDriveMeasuredBy(
+            [provider](const std::string& key) { return provider->driveMeasuredBy(key); });
     table_->setSensorModel(*model_);
     summary_->setFans(delegate.fans());
     areas_->observe(delegate.sourceList());

@@ -34,7 +34,7 @@ struct MainWindowParts {
     PyroluxAppDelegate& delegate;
     const Dispatch& dispatch;
     /// Names the source and the model, and tells of problems; may be null.
-    const SensorProvider* provider;
+    SensorProvider* provider;
     /// For example the path of the keys file; may be empty.
     std::string sourceDetail;
     /// May be empty: then nothing is explained.

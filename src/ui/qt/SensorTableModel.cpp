@@ -62,8 +62,22 @@ void SensorTableModel::collectPlaces() {
         if (!identifier) continue;
         Place place{tableRow, std::move(*identifier),
                     std::holds_alternative<DriveDictionary>(sourceList_.row(tableRow))};
-        if (passesFilter(place)) places_.push_back(std::move(place));
+        places_.push_back(std::move(place));
     }
+    leaveOutSensorsOfDrives();
+    std::erase_if(places_, [this](const Place& place) { return !passesFilter(place); });
+}
+
+void SensorTableModel::leaveOutSensorsOfDrives() {
+    if (!driveMeasuredBy_) return;
+    std::vector<std::string> serials;
+    for (const Place& place : places_)
+        if (place.isDrive) serials.emplace_back(trimmed(place.identifier));
+    if (serials.empty()) return;
+    std::erase_if(places_, [&](const Place& place) {
+        return !place.isDrive &&
+               std::ranges::find(serials, driveMeasuredBy_(place.identifier)) != serials.end();
+    });
 }
 
 bool SensorTableModel::passesFilter(const Place& place) {

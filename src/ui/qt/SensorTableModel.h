@@ -7,8 +7,10 @@
 #include <QString>
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace calorivo {
@@ -25,6 +27,11 @@ class SensorTableModel final : public QAbstractTableModel, public LevelBarSource
     SensorTableModel(SensorTable& table, const SourceList& sourceList, const SensorLists& lists,
                      QObject* parent);
 
+    /// Tells the serial number of the drive whose temperature a sensor is, or nothing. Such a sensor has no
+    /// row beside that of its drive.
+    void setDriveMeasuredBy(std::function<std::string(const std::string& key)> driveMeasuredBy) {
+        driveMeasuredBy_ = std::move(driveMeasuredBy);
+    }
     /// Asks for the rows and for their values anew. What comes of it is a new sample: a drive's is recorded
     /// when its bar is painted.
     void reload();
@@ -82,6 +89,7 @@ class SensorTableModel final : public QAbstractTableModel, public LevelBarSource
 
     [[nodiscard]] const Row& shown(int row) const { return rows_[static_cast<std::size_t>(row)]; }
     void collectPlaces();
+    void leaveOutSensorsOfDrives();
     [[nodiscard]] bool passesFilter(const Place& place);
     void takeOverPlaces();
     void replaceRows(std::size_t first, std::size_t oldEnd, std::size_t newEnd);
@@ -97,6 +105,7 @@ class SensorTableModel final : public QAbstractTableModel, public LevelBarSource
     SensorTable& table_;
     const SourceList& sourceList_;
     const SensorLists& lists_;
+    std::function<std::string(const std::string& key)> driveMeasuredBy_;
     QString filter_;
     std::vector<Row> rows_;
     /// The last thing was a repaint: rows that the filter lets in are no new samples either.

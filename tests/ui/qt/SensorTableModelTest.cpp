@@ -84,6 +84,25 @@ TEST_F(SensorTableModelTest, ShowsEachRowOfTheTable) {
     EXPECT_EQ(sensors->sensorKeyOfRow(3), std::nullopt);
 }
 
+TEST_F(SensorTableModelTest, ASensorThatIsInADriveHasNoRowBesideIt) {
+    sensors->setDriveMeasuredBy([](const std::string& key) { return key == "TG0D" ? "A1" : ""; });
+    sensors->reload();
+    EXPECT_EQ(identifiers(), (Texts{"TC0C", "TC1C", "A1"}));
+    EXPECT_EQ(data(2, SensorTableModel::nameColumn, Qt::DisplayRole), QStringLiteral("Disk (A1)"));
+    sensors->setFilter(QStringLiteral("gpu"));
+    EXPECT_EQ(identifiers(), Texts{});
+    sensors->setFilter({});
+    drives.clear();
+    check();
+    sensors->reload();
+    EXPECT_EQ(identifiers(), (Texts{"TC0C", "TC1C", "TG0D"})) << "the drive has gone";
+    choose("GPU");
+    drives = {{"Disk ", " A1", 37}};
+    check();
+    sensors->reload();
+    EXPECT_EQ(identifiers(), Texts{"TG0D"}) << "an area without drives";
+}
+
 TEST_F(SensorTableModelTest, TellsTheHeaders) {
     Texts headers;
     for (int column = 0; column < sensors->columnCount(); ++column)
