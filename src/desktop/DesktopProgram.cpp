@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -91,6 +92,7 @@ void DesktopProgram::makeDelegate() {
     configuration.modelTables = system_.modelTables(problems_);
     ApplicationPorts ports;
     ports.makeSmartController = [this] { return makeDrives(options_, driveReaderProgram()); };
+    ports.offerToMoveToApplicationsFolder = offerToMove();
     delegate_ = std::make_unique<PyroluxAppDelegate>(system_.platform(), interface_.interface(),
                                                      std::move(configuration), std::move(ports));
     SensorProvider& provider = system_.provider();
@@ -105,6 +107,23 @@ void DesktopProgram::makeDelegate() {
                       preferencesPorts());
     if (options_.isStartedAtLogin && system_.store.objectForKey("hideOnLaunch").boolValue())
         interface_.beginMinimised();
+}
+
+std::function<void()> DesktopProgram::offerToMove() {
+    std::optional<MovePlaces> places = movePlaces(processEnvironment, executablePath(), paths_.dataFolder);
+    if (!places) return {};
+    moveOffer_ = std::make_unique<MoveOffer>(
+        MoveServices{.userDefaults = system_.store,
+                     .log = system_.systemLog,
+                     .fileManager = system_.fileManager,
+                     .alertPanel = system_.alertPanel,
+                     .activateIgnoringOtherApps = [this] { interface_.activateIgnoringOtherApps(); }},
+        std::move(*places));
+    return [this] {
+        moveOffer_->offerToMove();
+        // Told to end while it asked: nothing was started yet that would have to be taken down.
+        if (hasTerminated_) std::_Exit(EXIT_SUCCESS);
+    };
 }
 
 void DesktopProgram::connectParts() {
@@ -187,16 +206,18 @@ void DesktopProgram::keepSettings() {
 }
 
 void DesktopProgram::save() {
-    if (hasTerminated_) return;
+    if (hasTerminated_ || isStartingUp()) return;
     keepSettings();
     delegate_->preferencesController().savePreferences();
 }
 
 void DesktopProgram::terminate() {
-    if (std::exchange(hasTerminated_, true)) return;
+    if (std::exchange(hasTerminated_, true) || isStartingUp()) return;
     keepSettings();
     delegate_->applicationWillTerminate();
 }
+
+bool DesktopProgram::isStartingUp() const { return delegate_->state().isStartingUp; }
 
 StatusBarResources DesktopProgram::statusBarResources() const {
     return {.menu = [this](std::string_view name) { return interface_.menuNamed(name); },

@@ -4,6 +4,7 @@
 #include "app/PyroluxAppDelegate.h"
 #include "desktop/DesktopOptions.h"
 #include "desktop/DesktopSystem.h"
+#include "desktop/MoveOffer.h"
 #include "platform/linux/LinuxPaths.h"
 #include "platform/qt/PortalSettings.h"
 #include "ui/qt/QtInterface.h"
@@ -39,10 +40,13 @@ class DesktopProgram {
 
   private:
     void makeDelegate();
+    [[nodiscard]] std::function<void()> offerToMove();
     void connectParts();
     void followAppearance();
     void applyAppearance();
     void becomeActive();
+    /// The preferences may not be loaded yet: saving would lose them.
+    [[nodiscard]] bool isStartingUp() const;
     /// Into the store, which is written with the preferences.
     void keepSettings();
     /// When start-up is over.
@@ -59,6 +63,7 @@ class DesktopProgram {
     DesktopSettings settings_;
     PortalSettings portal_;
     QtInterface interface_;
+    std::unique_ptr<MoveOffer> moveOffer_;
     std::unique_ptr<PyroluxAppDelegate> delegate_;
     std::vector<std::string> problems_;
     std::vector<Observation> observations_;
