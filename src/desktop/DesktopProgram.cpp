@@ -1,6 +1,7 @@
 #include "desktop/DesktopProgram.h"
 
 #include "app/Explanation.h"
+#include "desktop/Promotion.h"
 #include "host/Drives.h"
 #include "platform/AlertPanel.h"
 #include "platform/Format.h"
@@ -93,6 +94,17 @@ void DesktopProgram::makeDelegate() {
     ApplicationPorts ports;
     ports.makeSmartController = [this] { return makeDrives(options_, driveReaderProgram()); };
     ports.offerToMoveToApplicationsFolder = offerToMove();
+#ifdef CALORIVO_PROMOTION
+    ports.setupVantixView = [this, promotion = std::shared_ptr<Promotion>()]() mutable {
+        promotion =
+            std::make_shared<Promotion>(PromotionParts{.preferences = delegate_->preferences(),
+                                                       .keys = delegate_->keys(),
+                                                       .workspace = system_.workspace,
+                                                       .dispatch = system_.dispatch,
+                                                       .terminate = [] { QCoreApplication::quit(); }},
+                                        interface_, PromotionConfiguration{.texts = promotionTexts()});
+    };
+#endif
     delegate_ = std::make_unique<PyroluxAppDelegate>(system_.platform(), interface_.interface(),
                                                      std::move(configuration), std::move(ports));
     SensorProvider& provider = system_.provider();
