@@ -40,7 +40,7 @@ struct Desk {
 
 // The rating prompt counts on a queue of its own.
 TEST(PreferencesStore, IsUsedByTwoThreads) {
-    constexpr std::int32_t rounds = 200;
+    constexpr std::int32_t rounds = 40;
     Desk desk;
     PreferencesStore store = desk.open();
     store.registerDefaults({{"count", std::int32_t{0}}});
