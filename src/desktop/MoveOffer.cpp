@@ -20,6 +20,7 @@ constexpr double appKitVersion = 1000.0;
 constexpr const char* applicationsName = "/Applications";
 
 std::string withoutLinks(const std::string& path) {
+    if (path.empty()) return path;
     std::error_code error;
     const std::string resolved = fs::weakly_canonical(path, error).string();
     return error ? path : resolved;
@@ -36,6 +37,8 @@ LinuxSearchPath::Folders foldersOf(const Environment& environment, const std::st
     folders.data = absoluteFolder(environment, "XDG_DATA_HOME");
     if (folders.data.empty() && !folders.home.empty()) folders.data = folders.home + "/.local/share";
     folders.downloads = withoutLinks(userDirectories(environment).downloads);
+    // As that of a user who has none is told.
+    if (folders.downloads == folders.home) folders.downloads.clear();
     folders.applications = {machineFolder};
     const Trash trash(Trash::system(folders.data));
     LinuxFileOperations files(trash);
@@ -88,7 +91,8 @@ std::optional<MovePlaces> movePlaces(const Environment& environment, const std::
     std::optional<ProgramBundle> bundle = programBundle(environment, executablePath);
     if (!bundle) return std::nullopt;
     LinuxSearchPath::Folders folders = foldersOf(environment, machineFolder);
-    if (!mayTakeItsPlace(*bundle, folders)) return std::nullopt;
+    // Without a folder for data there is no trash.
+    if (folders.data.empty() || !mayTakeItsPlace(*bundle, folders)) return std::nullopt;
     return MovePlaces{std::move(*bundle), std::move(folders),
                       dataFolder.empty() ? std::string() : dataFolder + "/strings", languagesOf(environment)};
 }

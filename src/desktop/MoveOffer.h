@@ -28,10 +28,10 @@ struct MovePlaces {
     std::vector<std::string> languages;
 };
 
-/// None unless the program is a bundle of its user's own, an AppImage or a portable folder; nor where the
-/// folder's place is taken by something that is no such folder. Programs go into `machineFolder` where the
-/// user may write there, else into "Applications" in the home folder where that is possible: what needs no
-/// password is not to ask for one.
+/// None unless the program is a bundle of its user's own, an AppImage or a portable folder; nor for a user
+/// without a home folder, or where the folder's place is taken by something that is no such folder. Programs
+/// go into `machineFolder` where the user may write there, else into "Applications" in the home folder where
+/// that is possible: what needs no password is not to ask for one.
 [[nodiscard]] std::optional<MovePlaces> movePlaces(const Environment& environment,
                                                    const std::string& executablePath,
                                                    const std::string& dataFolder,

@@ -90,8 +90,22 @@ TEST_F(MoveOfferTest, TakesTheUsersOwnFolderWhereAPasswordWouldBeNeeded) {
     EXPECT_FALSE(fs::exists(root + "/home/Applications"));
     variables["HOME"] = root + "/nowhere";
     EXPECT_EQ(applications(missing), Paths{missing});
+}
+
+TEST_F(MoveOfferTest, IsOfNothingWithoutATrash) {
+    runFromImage("Calorivo.AppImage");
     variables.erase("HOME");
+    EXPECT_EQ(places(writable), std::nullopt);
+    variables["XDG_DATA_HOME"] = root + "/data";
     EXPECT_EQ(applications(missing), Paths{missing});
+}
+
+TEST_F(MoveOfferTest, KnowsNoFolderForDownloadsWhereItWasRemoved) {
+    folder.write("home/.config/user-dirs.dirs", "XDG_DOWNLOAD_DIR=\"$HOME/\"\n");
+    runFromImage("home/Calorivo.AppImage");
+    const auto found = places(writable);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->folders.downloads, "");
 }
 
 TEST_F(MoveOfferTest, ResolvesTheLinksInTheUsersFolders) {
