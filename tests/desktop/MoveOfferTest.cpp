@@ -161,9 +161,9 @@ TEST_F(MoveOfferTest, AsksInTheUsersLanguageAndLeavesEverythingWhenDeclined) {
     found->strings = CALORIVO_SOURCE_DIR "/data/strings";
     found->languages = {"de", "en"};
     const Offered offered(*found, QStringLiteral("secondButton"));
-    EXPECT_EQ(offered.message, "In den Programmordner Ihres persönlichen Ordners bewegen?");
+    EXPECT_EQ(offered.message, "In den Programmordner Ihres persönlichen Ordners verschieben?");
     EXPECT_EQ(offered.informativeText,
-              "Soll Calorivo sich selbst in den Programmordner bewegen? So bleibt Ihr Ordner „Downloads“ "
+              "Soll Calorivo sich selbst in den Programmordner verschieben? So bleibt Ihr Ordner „Downloads“ "
               "übersichtlich.");
     EXPECT_TRUE(offered.userDefaults.stored.at("moveToApplicationsFolderAlertSuppress").boolValue());
     EXPECT_TRUE(fs::exists(found->bundle.path));
