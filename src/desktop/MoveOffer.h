@@ -63,7 +63,7 @@ class MoveOffer {
     const MoveServices services_;
     const MovePlaces places_;
     const LinuxSearchPath searchPath_{places_.folders};
-    const LinuxFileLinks links_;
+    const LinuxFileLinks links_{};
     const Trash trash_;
     LinuxFileOperations files_{trash_};
     FolderOnDemand applications_;

@@ -17,7 +17,7 @@ class FolderOnDemandTest : public testing::Test {
   protected:
     const TemporaryFolder root;
     const std::string folder = root.path("Applications");
-    const LinuxFileLinks links;
+    const LinuxFileLinks links{};
     const Trash trash{Trash::system(root.path("data"))};
     LinuxFileOperations files{trash};
     FolderOnDemand onDemand{folder, links, files};
