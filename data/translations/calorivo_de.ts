@@ -103,6 +103,41 @@
     </message>
 </context>
 <context>
+    <name>Promotion</name>
+    <message>
+        <source>Meet Vantix</source>
+        <translation>Lernen Sie Vantix kennen</translation>
+    </message>
+    <message>
+        <source>All of Calorivo, and the rest of your machine with it.</source>
+        <translation>Alles aus Calorivo, und der Rest Ihres Rechners dazu.</translation>
+    </message>
+    <message>
+        <source>Learn More</source>
+        <translation>Mehr erfahren</translation>
+    </message>
+    <message>
+        <source>Do not show this again</source>
+        <translation>Nicht mehr anzeigen</translation>
+    </message>
+    <message>
+        <source>Upgrade to Vantix</source>
+        <translation>Auf Vantix umsteigen</translation>
+    </message>
+    <message>
+        <source>Vantix is the larger program by the makers of Calorivo. When you start it, Calorivo steps aside.</source>
+        <translation>Vantix ist das größere Programm von den Machern von Calorivo. Wenn Sie es starten, macht Calorivo ihm Platz.</translation>
+    </message>
+    <message>
+        <source>Download Vantix</source>
+        <translation>Vantix herunterladen</translation>
+    </message>
+    <message>
+        <source>Not Now</source>
+        <translation>Nicht jetzt</translation>
+    </message>
+</context>
+<context>
     <name>SuppressibleBox</name>
     <message>
         <source>Do not ask again</source>

@@ -103,6 +103,41 @@
     </message>
 </context>
 <context>
+    <name>Promotion</name>
+    <message>
+        <source>Meet Vantix</source>
+        <translation>Découvrez Vantix</translation>
+    </message>
+    <message>
+        <source>All of Calorivo, and the rest of your machine with it.</source>
+        <translation>Tout Calorivo, et le reste de votre machine en plus.</translation>
+    </message>
+    <message>
+        <source>Learn More</source>
+        <translation>En savoir plus</translation>
+    </message>
+    <message>
+        <source>Do not show this again</source>
+        <translation>Ne plus afficher</translation>
+    </message>
+    <message>
+        <source>Upgrade to Vantix</source>
+        <translation>Passer à Vantix</translation>
+    </message>
+    <message>
+        <source>Vantix is the larger program by the makers of Calorivo. When you start it, Calorivo steps aside.</source>
+        <translation>Vantix est le grand frère de Calorivo, par les mêmes auteurs. Lorsque vous le lancez, Calorivo lui cède la place.</translation>
+    </message>
+    <message>
+        <source>Download Vantix</source>
+        <translation>Télécharger Vantix</translation>
+    </message>
+    <message>
+        <source>Not Now</source>
+        <translation>Plus tard</translation>
+    </message>
+</context>
+<context>
     <name>SuppressibleBox</name>
     <message>
         <source>Do not ask again</source>

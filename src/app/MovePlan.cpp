@@ -98,7 +98,8 @@ std::optional<InstallFolder> chooseInstallFolder(const MoveConfiguration& config
         std::any_of(facts.userFolderEntries->begin(), facts.userFolderEntries->end(), isProgram))
         return InstallFolder{facts.userFolder, true};
     if (facts.localFolders.empty()) return std::nullopt;
-    return InstallFolder{facts.localFolders.back(), false};
+    const std::string& last = facts.localFolders.back();
+    return InstallFolder{last, last == facts.userFolder};
 }
 
 std::string moveDestination(const InstallFolder& folder, std::string_view bundlePath) {

@@ -52,7 +52,8 @@ struct InstallFolderFacts {
     std::optional<std::vector<std::string>> userFolderEntries;
     std::vector<std::string> localFolders;
 };
-/// The user's folder if programs are in it, else the last of the machine's folders; none without any.
+/// The user's folder if programs are in it, else the last of the machine's folders, which may be the user's
+/// again; none without any.
 [[nodiscard]] std::optional<InstallFolder> chooseInstallFolder(const MoveConfiguration& configuration,
                                                                const InstallFolderFacts& facts);
 [[nodiscard]] std::string moveDestination(const InstallFolder& folder, std::string_view bundlePath);

@@ -60,6 +60,7 @@ class PyroluxAppDelegate {
     [[nodiscard]] const SensorLists& lists() const { return lists_; }
     [[nodiscard]] const Averages& averages() const { return averages_; }
     [[nodiscard]] const Preferences& preferences() const { return preferences_; }
+    [[nodiscard]] Preferences& preferences() { return preferences_; }
     [[nodiscard]] KeyValueCoding& keys() { return keys_; }
     [[nodiscard]] const MenuBarPopUps& popUps() const { return popUps_; }
     [[nodiscard]] const LinkTargets& links() const { return configuration_.links; }

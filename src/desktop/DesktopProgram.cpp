@@ -1,6 +1,7 @@
 #include "desktop/DesktopProgram.h"
 
 #include "app/Explanation.h"
+#include "desktop/Promotion.h"
 #include "host/Drives.h"
 #include "platform/AlertPanel.h"
 #include "platform/Format.h"
@@ -14,6 +15,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -91,17 +93,8 @@ void DesktopProgram::makeDelegate() {
     Configuration configuration;
     configuration.documentDirectories = {documentsFolder()};
     configuration.modelTables = system_.modelTables(problems_);
-    ApplicationPorts ports;
-    ports.makeSmartController = [this] {
-        auto drives = makeDrives(options_, driveReaderProgram());
-        drives_ = drives.get();
-        return drives;
-    };
-    graphics_ = makeGraphics(options_, system_.dispatch, system_.systemLog);
-    if (graphics_) ports.gpuSwitcher = &graphics_->switcher();
-    if (graphics_) ports.gpuNames = &graphics_->switcher();
     delegate_ = std::make_unique<PyroluxAppDelegate>(system_.platform(), interface_.interface(),
-                                                     std::move(configuration), std::move(ports));
+                                                     std::move(configuration), applicationPorts());
     SensorProvider& provider = system_.provider();
     const auto explained = [this, &provider](SensorKey key) {
         return explain(key, {delegate_->lists(), delegate_->naming(), delegate_->reader(), provider});
@@ -117,12 +110,54 @@ void DesktopProgram::makeDelegate() {
         interface_.beginMinimised();
 }
 
+ApplicationPorts DesktopProgram::applicationPorts() {
+    ApplicationPorts ports;
+    ports.makeSmartController = [this] {
+        auto drives = makeDrives(options_, driveReaderProgram());
+        drives_ = drives.get();
+        return drives;
+    };
+    graphics_ = makeGraphics(options_, system_.dispatch, system_.systemLog);
+    if (graphics_) ports.gpuSwitcher = &graphics_->switcher();
+    if (graphics_) ports.gpuNames = &graphics_->switcher();
+    ports.offerToMoveToApplicationsFolder = offerToMove();
+#ifdef CALORIVO_PROMOTION
+    ports.setupVantixView = [this, promotion = std::shared_ptr<Promotion>()]() mutable {
+        promotion =
+            std::make_shared<Promotion>(PromotionParts{.preferences = delegate_->preferences(),
+                                                       .keys = delegate_->keys(),
+                                                       .workspace = system_.workspace,
+                                                       .dispatch = system_.dispatch,
+                                                       .terminate = [] { QCoreApplication::quit(); }},
+                                        interface_, PromotionConfiguration{.texts = promotionTexts()});
+    };
+#endif
+    return ports;
+}
+
 std::optional<DriveExplanation> DesktopProgram::explainDrive(const std::string& serial) const {
     if (drives_ == nullptr) return std::nullopt;
     for (const DriveDetails& drive : drives_->details())
         if (drive.isListed && drive.serial == trimmed(serial))
             return DriveExplanation{drive.device, drive.source, drive.isAsleep, drive.trouble};
     return std::nullopt;
+}
+
+std::function<void()> DesktopProgram::offerToMove() {
+    std::optional<MovePlaces> places = movePlaces(processEnvironment, executablePath(), paths_.dataFolder);
+    if (!places) return {};
+    moveOffer_ = std::make_unique<MoveOffer>(
+        MoveServices{.userDefaults = system_.store,
+                     .log = system_.systemLog,
+                     .fileManager = system_.fileManager,
+                     .alertPanel = system_.alertPanel,
+                     .activateIgnoringOtherApps = [this] { interface_.activateIgnoringOtherApps(); }},
+        std::move(*places));
+    return [this] {
+        moveOffer_->offerToMove();
+        // Told to end while it asked: nothing was started yet that would have to be taken down.
+        if (hasTerminated_) std::_Exit(EXIT_SUCCESS);
+    };
 }
 
 void DesktopProgram::connectParts() {
@@ -205,16 +240,18 @@ void DesktopProgram::keepSettings() {
 }
 
 void DesktopProgram::save() {
-    if (hasTerminated_) return;
+    if (hasTerminated_ || isStartingUp()) return;
     keepSettings();
     delegate_->preferencesController().savePreferences();
 }
 
 void DesktopProgram::terminate() {
-    if (std::exchange(hasTerminated_, true)) return;
+    if (std::exchange(hasTerminated_, true) || isStartingUp()) return;
     keepSettings();
     delegate_->applicationWillTerminate();
 }
+
+bool DesktopProgram::isStartingUp() const { return delegate_->state().isStartingUp; }
 
 StatusBarResources DesktopProgram::statusBarResources() const {
     return {.menu = [this](std::string_view name) { return interface_.menuNamed(name); },

@@ -6,6 +6,7 @@
 #include "desktop/CheckAfterSleep.h"
 #include "desktop/DesktopOptions.h"
 #include "desktop/DesktopSystem.h"
+#include "desktop/MoveOffer.h"
 #include "host/Graphics.h"
 #include "platform/linux/LinuxPaths.h"
 #include "platform/qt/PortalSettings.h"
@@ -45,10 +46,14 @@ class DesktopProgram {
 
   private:
     void makeDelegate();
+    [[nodiscard]] ApplicationPorts applicationPorts();
+    [[nodiscard]] std::function<void()> offerToMove();
     void connectParts();
     void followAppearance();
     void applyAppearance();
     void becomeActive();
+    /// The preferences may not be loaded yet: saving would lose them.
+    [[nodiscard]] bool isStartingUp() const;
     /// Into the store, which is written with the preferences.
     void keepSettings();
     /// When start-up is over.
@@ -67,6 +72,7 @@ class DesktopProgram {
     PortalSettings portal_;
     QtInterface interface_;
     std::unique_ptr<Graphics> graphics_;
+    std::unique_ptr<MoveOffer> moveOffer_;
     std::unique_ptr<PyroluxAppDelegate> delegate_;
     std::optional<CheckAfterSleep> checkAfterSleep_;
     /// The controller's; null until drives are to be read.

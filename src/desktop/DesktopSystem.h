@@ -49,13 +49,13 @@ class DesktopSystem {
     QtWorkspace workspace;
     QtAlertPanel alertPanel;
     ApplicationBundle bundle;
+    LinuxFileManager fileManager;
 
   private:
     const DesktopOptions& options_;
     const LinuxPaths paths_;
-    LinuxFileManager files_;
     LinuxFileHandles fileHandles_;
-    KeysInput keysInput_{files_};
+    KeysInput keysInput_{fileManager};
     std::unique_ptr<SensorProvider> provider_;
     std::unique_ptr<ProviderSysCtl> sysCtl_;
     LinuxProcessInfo processInfo_;

@@ -24,7 +24,8 @@ class UserDefaults {
 /// A property list's dictionary: its keys with their values.
 using PropertyList = std::vector<std::pair<std::string, Value>>;
 
-/// The whole store: values under text keys, over registered defaults. Main thread.
+/// The whole store: values under text keys, over registered defaults. Main thread, unless the store says
+/// more.
 class StandardUserDefaults : public UserDefaults {
   public:
     /// The stored value, else the registered default, else nil.

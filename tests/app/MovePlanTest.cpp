@@ -79,6 +79,7 @@ TEST(MovePlan, ChoosesTheUsersFolderOnlyWhenProgramsAreInIt) {
         {std::vector<std::string>{}, {"/Applications"}, local},
         {std::vector<std::string>{"app", ".app", "x.apps", "x.APP"}, {"/Applications"}, local},
         {std::nullopt, {"/Developer", "/Applications"}, local},
+        {std::nullopt, {"/Applications", "/Users/u/Applications"}, user},
         {std::nullopt, {}, std::nullopt},
     };
     for (const Row& row : rows)

@@ -87,7 +87,7 @@ def client_windows():
 class Program:
     """The program under test, started for real."""
 
-    def __init__(self, *arguments, settings=None, environment=None):
+    def __init__(self, *arguments, settings=None, environment=None, program=None, folder=None):
         self.settings_file = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "calorivo" / "calorivo.ini"
         if settings is not None:
             self.settings_file.parent.mkdir(parents=True, exist_ok=True)
@@ -95,10 +95,11 @@ class Program:
             self.settings_file.write_text("\n".join(lines) + "\n")
         self.log = open(os.path.join(os.environ["DESK_LOGS"], f"program-{time.monotonic_ns()}.log"), "w+b")
         self.process = subprocess.Popen(
-            [os.environ["E2E_PROGRAM"], "-style", "fusion", *arguments],
+            [program or os.environ["E2E_PROGRAM"], "-style", "fusion", *arguments],
             stdout=self.log,
             stderr=subprocess.STDOUT,
             env={**os.environ, **(environment or {})},
+            cwd=folder,
         )
 
     def __enter__(self):

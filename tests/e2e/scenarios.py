@@ -5,6 +5,7 @@ import sys
 
 import harness
 import scenarios_modes  # noqa: F401
+import scenarios_move  # noqa: F401
 import scenarios_tray  # noqa: F401
 import scenarios_window  # noqa: F401
 

@@ -20,8 +20,10 @@ namespace fs = std::filesystem;
 
 constexpr const char* shell = "/bin/sh";
 // The texts are fixed; what differs comes as the arguments $1, $2 and so on.
+// A process that has ended keeps its number until its parent asks for its end, which some never do: by then
+// nothing stands behind its "exe" any more.
 constexpr std::string_view waitThenRun =
-    R"(while kill -0 "$1" 2>/dev/null; do sleep 0.1; done; shift; exec "$@")";
+    R"(while kill -0 "$1" 2>/dev/null && [ -e "/proc/$1/exe" ]; do sleep 0.1; done; shift; exec "$@")";
 constexpr std::string_view sleepThenRun = R"(sleep "$1"; shift; exec "$@")";
 
 bool isProcess(std::string_view name) {

@@ -7,8 +7,6 @@ namespace calorivo {
 
 namespace {
 
-constexpr std::string_view localApplications = "/opt";
-
 /// Where packages put programs; a program there is its package's matter. Each ends in a separator, so that a
 /// folder whose name only begins like one of them is another folder.
 constexpr std::array<std::string_view, 8> packagedApplications{"/opt/", "/usr/",     "/bin/", "/snap/",
@@ -27,7 +25,8 @@ std::vector<std::string> LinuxSearchPath::directoriesInDomains(std::int32_t dire
     switch (directory) {
         case SearchPathDirectory::applications:
             addBelow(folders_.home, "/Applications");
-            if (isLocal) paths.emplace_back(localApplications);
+            if (isLocal)
+                paths.insert(paths.end(), folders_.applications.begin(), folders_.applications.end());
             break;
         case SearchPathDirectory::allApplications:
             addBelow(folders_.home, "/Applications/");

@@ -17,6 +17,8 @@ class LinuxSearchPath final : public SearchPath {
         std::string data;
         /// "$XDG_DOWNLOAD_DIR" of the user's folders.
         std::string downloads;
+        /// Where the machine has programs that no package brought; a new one goes into the last of them.
+        std::vector<std::string> applications = {"/opt"};
     };
 
     explicit LinuxSearchPath(Folders folders) : folders_(std::move(folders)) {}

@@ -34,6 +34,7 @@ void PreferencesStore::tell(const std::vector<PreferencesStoreText::Problem>& fo
 }
 
 Value PreferencesStore::objectForKey(std::string_view key) const {
+    const std::scoped_lock guard(lock_);
     const auto changed = changes_.find(key);
     Value value = changed != changes_.end() ? changed->second : text_.value(key);
     if (!value.isNil()) return value;
@@ -42,6 +43,7 @@ Value PreferencesStore::objectForKey(std::string_view key) const {
 }
 
 void PreferencesStore::setObjectForKey(const Value& value, std::string_view key) {
+    const std::scoped_lock guard(lock_);
     const auto changed = changes_.find(key);
     // As texts: by these also a fraction that is no number equals itself.
     if (preferenceText(value) == text_.writtenValue(key)) {
@@ -54,10 +56,12 @@ void PreferencesStore::setObjectForKey(const Value& value, std::string_view key)
 }
 
 void PreferencesStore::registerDefaults(const PropertyList& defaults) {
+    const std::scoped_lock guard(lock_);
     for (const auto& [key, value] : defaults) defaults_.insert_or_assign(key, value);
 }
 
 void PreferencesStore::synchronize() {
+    const std::scoped_lock guard(lock_);
     if (path_.empty() || (changes_.empty() && !isDamaged_)) return;
     const std::string problem = write();
     if (problem.empty()) {

@@ -5,6 +5,7 @@
 #include "platform/qt/PreferencesStoreText.h"
 
 #include <map>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,8 @@ namespace calorivo {
 ///
 /// It is read once, and written by synchronize() alone, when something was set to another value. Writing
 /// replaces the whole file at once; what was changed in it meanwhile stays, except for the keys that were
-/// set here: for those the last one to write wins. Main thread.
+/// set here: for those the last one to write wins. Any thread; whoever asks while another one writes waits
+/// for the disk.
 class PreferencesStore final : public StandardUserDefaults {
   public:
     /// `path` may be empty, for preferences that end with the program, or a symbolic link to the file. A
@@ -37,8 +39,10 @@ class PreferencesStore final : public StandardUserDefaults {
     void tell(const std::vector<PreferencesStoreText::Problem>& found, bool isTooLong);
     [[nodiscard]] std::string write();
 
-    std::string path_;
+    const std::string path_;
     SystemLog& systemLog_;
+    /// Guards what follows, but for the problems, which are those of the beginning.
+    mutable std::mutex lock_;
     PreferencesStoreText text_;
     std::map<std::string, Value, std::less<>> defaults_;
     /// What was set and is not written yet; nil for what was removed.

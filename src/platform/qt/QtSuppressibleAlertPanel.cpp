@@ -35,6 +35,11 @@ class SuppressibleBox final : public QMessageBox {
         setText(QString::fromStdString(alert.message));
         setInformativeText(QString::fromStdString(alert.informativeText));
         for (QLabel* const label : findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
+        if (auto* const message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
+            QFont font = message->font();
+            font.setBold(true);
+            message->setFont(font);
+        }
         addButtons(alert);
         if (alert.suppressionButton) addCheckBox(*alert.suppressionButton);
     }

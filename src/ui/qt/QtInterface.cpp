@@ -142,7 +142,7 @@ QWidget* QtInterface::widget(WindowName window) {
         case WindowName::prefWindow:
             return &preferences_;
         case WindowName::vantixUpgradeWindow:
-            break;
+            return upgradeWindow_;
     }
     return nullptr;
 }

@@ -34,6 +34,9 @@ class QtInterface final : public QObject, public Windows, public Controls, publi
     /// Null for a name of no menu.
     [[nodiscard]] QMenu* menuNamed(std::string_view name) const;
     [[nodiscard]] Actions& actions() { return actions_; }
+    [[nodiscard]] QMainWindow& mainWindow() { return main_; }
+    /// There is none unless this is called. Null, or a window that outlives its use here.
+    void setUpgradeWindow(QWidget* window) { upgradeWindow_ = window; }
     /// What stands where, into the settings.
     void saveLayout();
     /// What the ports answer has changed.
@@ -88,6 +91,7 @@ class QtInterface final : public QObject, public Windows, public Controls, publi
     PreferencesWindow preferences_;
     const std::unique_ptr<QMenu> statusMenu_;
     QPointer<AboutWindow> about_;
+    QPointer<QWidget> upgradeWindow_;
     const QString version_;
     PyroluxAppDelegate* delegate_ = nullptr;
     bool beginsMinimised_ = false;

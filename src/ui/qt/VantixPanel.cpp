@@ -99,9 +99,11 @@ VantixPanel::VantixPanel(QWidget* parent)
 }
 
 void VantixPanel::setTexts(const PromotionTexts& texts) {
+    constexpr int besideText = 12;
     title_->setText(shown(texts.panelTitle));
     text_->setText(shown(texts.panelText));
     learnMore_->setText(buttonText(texts.learnMoreButton));
+    learnMore_->setMinimumWidth(learnMore_->sizeHint().width() + besideText);
     close_->setToolTip(shown(texts.closeButton));
     close_->setAccessibleName(shown(texts.closeButton));
     setAccessibleName(shown(texts.panelTitle));

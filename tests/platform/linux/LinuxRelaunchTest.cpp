@@ -66,6 +66,17 @@ TEST_F(LinuxRelaunchTest, OpensTheNewCopyAfterThisProcessHasGone) {
     expectNothingElseRan();
 }
 
+TEST_F(LinuxRelaunchTest, DoesNotWaitForAParentThatNeverAsksForTheEndOfItsChild) {
+    const std::string program = hostileProgram();
+    const auto waitedFor = spawn("/bin/true", {}, Session::own);
+    ASSERT_TRUE(waitedFor);
+    LinuxRelaunch relaunch(ProgramBundle{program});
+    relaunch.openAfterExit({*waitedFor, QuarantineRemoval::recursive, program, ""});
+    EXPECT_EQ(endOf(relaunch), 0);
+    EXPECT_TRUE(hasRun(program));
+    EXPECT_TRUE(waitForChild(*waitedFor));
+}
+
 TEST_F(LinuxRelaunchTest, OpensAProgramThatIsAFolder) {
     const std::string program = hostileProgram();
     LinuxRelaunch relaunch(ProgramBundle{"/home/u/elsewhere", "run"});

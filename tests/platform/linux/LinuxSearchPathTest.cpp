@@ -25,6 +25,11 @@ TEST(LinuxSearchPath, TellsTheUsersAndTheMachinesFolders) {
     EXPECT_EQ(searchPath.directoriesInDomains(1, 0), Paths{});
 }
 
+TEST(LinuxSearchPath, TakesOtherFoldersForTheMachinesPrograms) {
+    const LinuxSearchPath other({"/home/u", "", "", {"/opt", "/home/u/Applications"}});
+    EXPECT_EQ(other.directoriesInDomains(1, local), (Paths{"/opt", "/home/u/Applications"}));
+}
+
 TEST(LinuxSearchPath, HasNoFoldersOfAUserWithoutAHome) {
     const LinuxSearchPath homeless({});
     EXPECT_EQ(homeless.directoriesInDomains(1, all), Paths{"/opt"});

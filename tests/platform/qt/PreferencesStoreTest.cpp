@@ -1,6 +1,7 @@
 #include "platform/qt/PreferencesStore.h"
 
 #include "platform/linux/TemporaryFolder.h"
+#include "platform/std/ThreadQueue.h"
 #include "support/RecordingPlatform.h"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,27 @@ struct Desk {
     test::Calls logged;
     test::RecordingSystemLog log{logged};
 };
+
+// The rating prompt counts on a queue of its own.
+TEST(PreferencesStore, IsUsedByTwoThreads) {
+    constexpr std::int32_t rounds = 40;
+    Desk desk;
+    PreferencesStore store = desk.open();
+    store.registerDefaults({{"count", std::int32_t{0}}});
+    ThreadQueue queue("count");
+    for (std::int32_t i = 1; i <= rounds; ++i) {
+        queue.async([&store] {
+            store.setObjectForKey(store.objectForKey("count").intValue() + 1, "count");
+            store.synchronize();
+        });
+        store.setObjectForKey(i, "mine");
+        if (i % 10 == 0) store.synchronize();
+    }
+    queue.sync([] {});
+    store.synchronize();
+    EXPECT_EQ(desk.open().objectForKey("count").intValue(), rounds);
+    EXPECT_EQ(desk.open().objectForKey("mine").intValue(), rounds);
+}
 
 TEST(PreferencesStore, KeepsWhatWasSetWithItsType) {
     Desk desk;
