@@ -1,9 +1,9 @@
 #include "ui/qt/Appearance.h"
 
+#include "Contrast.h"
+
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace calorivo {
@@ -37,19 +37,6 @@ TEST(Appearance, ChoosesThePaletteByTheUsersWishAndTheDesktops) {
     }
 }
 
-/// How much lighter one colour is than the other, as people see it: 1 to 21.
-double contrast(const QColor& a, const QColor& b) {
-    const auto luminance = [](const QColor& color) {
-        const auto linear = [](double part) {
-            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-        };
-        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
-               0.0722 * linear(color.blueF());
-    };
-    const auto [dark, light] = std::minmax(luminance(a), luminance(b));
-    return (light + 0.05) / (dark + 0.05);
-}
-
 TEST(Appearance, KeepsTextReadable) {
     for (const QPalette& palette : {lightPalette(), darkPalette()}) {
         SCOPED_TRACE(isDark(palette) ? "dark" : "light");
@@ -59,7 +46,7 @@ TEST(Appearance, KeepsTextReadable) {
             {QPalette::ToolTipText, QPalette::ToolTipBase},  {QPalette::Link, QPalette::Window},
             {QPalette::HighlightedText, QPalette::Highlight}};
         for (const auto& [text, ground] : pairs)
-            EXPECT_GE(contrast(palette.color(text), palette.color(ground)), 4.5) << text;
+            EXPECT_GE(test::contrast(palette.color(text), palette.color(ground)), 4.5) << text;
     }
 }
 

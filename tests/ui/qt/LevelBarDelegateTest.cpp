@@ -1,5 +1,6 @@
 #include "ui/qt/LevelBarDelegate.h"
 
+#include "Contrast.h"
 #include "ui/qt/Appearance.h"
 #include "ui/qt/LevelBarColors.h"
 
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -164,26 +164,14 @@ TEST_F(LevelBarDelegateTest, AsksForTheBarOncePerPaintingAndPaintsNoneThatThereI
     EXPECT_EQ(stretch(image, barLine, QColor(Qt::white)), (Stretch{0, image.width()}));
 }
 
-/// As people see it, 0 to 1.
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(static_cast<double>(color.redF())) +
-           0.7152 * linear(static_cast<double>(color.greenF())) +
-           0.0722 * linear(static_cast<double>(color.blueF()));
-}
-
 TEST(LevelBarColors, DifferInLightnessFromEachOtherAndFromTheGround) {
     for (const QPalette& palette : {lightPalette(), darkPalette()}) {
         const std::array colors{levelColor(LevelZone::normal, palette),
                                 levelColor(LevelZone::warning, palette),
                                 levelColor(LevelZone::critical, palette), troughColor(palette)};
         for (std::size_t one = 0; one < colors.size(); ++one)
-            for (std::size_t other = 0; other < one; ++other) {
-                const auto [dark, light] = std::minmax(luminance(colors[one]), luminance(colors[other]));
-                EXPECT_GT((light + 0.05) / (dark + 0.05), 1.3) << isDark(palette) << one << other;
-            }
+            for (std::size_t other = 0; other < one; ++other)
+                EXPECT_GT(test::contrast(colors[one], colors[other]), 1.3) << isDark(palette) << one << other;
     }
 }
 
