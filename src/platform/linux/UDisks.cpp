@@ -89,7 +89,7 @@ void setTemperature(UDisksReading& reading, const BusReply& smart) {
 
 }  // namespace
 
-UDisks::UDisks(UDisksOptions options) : options_(std::move(options)), bus_(options_.library) {}
+UDisks::UDisks(UDisksOptions options) : options_(std::move(options)), bus_(options_.sharedLibrary) {}
 
 template <typename Ask>
 BusReply UDisks::ask(Clock::time_point& silentUntil, Ask ask) const {

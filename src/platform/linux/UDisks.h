@@ -25,7 +25,7 @@ struct UDisksReading {
 };
 
 struct UDisksOptions {
-    std::string library = "libsystemd.so.0";
+    std::string sharedLibrary = "libsystemd.so.0";
     /// How long it may take to say what it knows already.
     std::chrono::milliseconds patience{400};
     /// How long it may take to ask a drive.

@@ -261,9 +261,9 @@ TEST_F(UDisksTest, DoesWithoutABusAndFindsALaterOne) {
 TEST_F(UDisksTest, DoesWithoutTheLibrary) {
     service.addDisk(smart(ago(5)));
     UDisksOptions without = options();
-    without.library = "libnowhere.so.0";
+    without.sharedLibrary = "libnowhere.so.0";
     EXPECT_EQ(UDisks(without).read("sda"), untold(ENOENT));
-    without.library = "libc.so.6";  // which lacks the functions
+    without.sharedLibrary = "libc.so.6";  // which lacks the functions
     EXPECT_EQ(UDisks(without).read("sda"), untold(ENOENT));
 }
 
