@@ -1,18 +1,14 @@
 #include "platform/qt/QtAlertPanel.h"
 
+#include "platform/qt/AlertBox.h"
+
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFont>
-#include <QGuiApplication>
-#include <QIcon>
 #include <QKeyEvent>
 #include <QKeySequence>
-#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QSize>
-#include <QString>
 
 #include <optional>
 
@@ -20,22 +16,12 @@ namespace calorivo {
 
 namespace {
 
-/// A text as it stands: no character of it makes a shortcut.
-QString shownText(const std::string& text) {
-    return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
-
 /// A message box that can be closed without a button, also when it has only one.
 class AlertBox final : public QMessageBox {
   public:
     AlertBox(const Alert& alert, QWidget* parent) : QMessageBox(parent) {
         setObjectName(QStringLiteral("alert"));
-        setWindowTitle(QGuiApplication::applicationDisplayName());
-        setWindowModality(Qt::ApplicationModal);
-        // An agent has no other window, and goes on without one.
-        setAttribute(Qt::WA_QuitOnClose, false);
-        showIcon();
-        showTexts(alert);
+        setUpAlert(*this, alert.message, alert.informativeText, QMessageBox::Information);
         addButtons(alert);
     }
 
@@ -57,40 +43,20 @@ class AlertBox final : public QMessageBox {
     }
 
   private:
-    void showIcon() {
-        constexpr int size = 64;
-        const QIcon icon = QApplication::windowIcon();
-        if (icon.isNull())
-            setIcon(QMessageBox::Information);
-        else
-            setIconPixmap(icon.pixmap(QSize(size, size), devicePixelRatioF()));
-    }
-
-    void showTexts(const Alert& alert) {
-        setTextFormat(Qt::PlainText);
-        setText(QString::fromStdString(alert.message));
-        setInformativeText(QString::fromStdString(alert.informativeText));
-        for (QLabel* const label : findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
-        if (auto* const message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-            QFont font = message->font();
-            font.setBold(true);
-            message->setFont(font);
-        }
-    }
-
     /// With one role for all of them, every desktop keeps their order.
     void addButtons(const Alert& alert) {
-        default_ = addButton(shownText(alert.defaultButton), QMessageBox::ActionRole);
+        default_ = addButton(textWithoutShortcut(alert.defaultButton), QMessageBox::ActionRole);
         default_->setObjectName(QStringLiteral("defaultButton"));
         setDefaultButton(default_);
         setEscapeButton(default_);
         if (alert.alternateButton) {
-            QPushButton* const button = addButton(shownText(*alert.alternateButton), QMessageBox::ActionRole);
+            QPushButton* const button =
+                addButton(textWithoutShortcut(*alert.alternateButton), QMessageBox::ActionRole);
             button->setObjectName(QStringLiteral("alternateButton"));
             setEscapeButton(button);
         }
         if (alert.otherButton) {
-            other_ = addButton(shownText(*alert.otherButton), QMessageBox::ActionRole);
+            other_ = addButton(textWithoutShortcut(*alert.otherButton), QMessageBox::ActionRole);
             other_->setObjectName(QStringLiteral("otherButton"));
         }
     }

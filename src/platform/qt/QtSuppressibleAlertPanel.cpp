@@ -1,25 +1,17 @@
 #include "platform/qt/QtSuppressibleAlertPanel.h"
 
+#include "platform/qt/AlertBox.h"
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QFont>
-#include <QGuiApplication>
-#include <QIcon>
-#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
-#include <QSize>
-#include <QString>
 
 namespace calorivo {
 
 namespace {
-
-/// A text as it stands: no character of it makes a shortcut.
-QString buttonText(const std::string& text) {
-    return QString::fromStdString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
-}
 
 class SuppressibleBox final : public QMessageBox {
     Q_DECLARE_TR_FUNCTIONS(SuppressibleBox)
@@ -27,19 +19,7 @@ class SuppressibleBox final : public QMessageBox {
   public:
     SuppressibleBox(const SuppressibleAlert& alert, QWidget* parent) : QMessageBox(parent) {
         setObjectName(QStringLiteral("suppressibleAlert"));
-        setWindowTitle(QGuiApplication::applicationDisplayName());
-        setWindowModality(Qt::ApplicationModal);
-        setAttribute(Qt::WA_QuitOnClose, false);
-        showIcon();
-        setTextFormat(Qt::PlainText);
-        setText(QString::fromStdString(alert.message));
-        setInformativeText(QString::fromStdString(alert.informativeText));
-        for (QLabel* const label : findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
-        if (auto* const message = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))) {
-            QFont font = message->font();
-            font.setBold(true);
-            message->setFont(font);
-        }
+        setUpAlert(*this, alert.message, alert.informativeText, QMessageBox::Question);
         addButtons(alert);
         if (alert.suppressionButton) addCheckBox(*alert.suppressionButton);
     }
@@ -50,21 +30,13 @@ class SuppressibleBox final : public QMessageBox {
     }
 
   private:
-    void showIcon() {
-        constexpr int size = 64;
-        const QIcon icon = QApplication::windowIcon();
-        if (icon.isNull())
-            setIcon(QMessageBox::Question);
-        else
-            setIconPixmap(icon.pixmap(QSize(size, size), devicePixelRatioF()));
-    }
-
     /// With one role for both, every desktop keeps their order.
     void addButtons(const SuppressibleAlert& alert) {
-        first_ = addButton(buttonText(alert.firstButton.title), QMessageBox::ActionRole);
+        first_ = addButton(textWithoutShortcut(alert.firstButton.title), QMessageBox::ActionRole);
         first_->setObjectName(QStringLiteral("firstButton"));
         setDefaultButton(first_);
-        QPushButton* const second = addButton(buttonText(alert.secondButton.title), QMessageBox::ActionRole);
+        QPushButton* const second =
+            addButton(textWithoutShortcut(alert.secondButton.title), QMessageBox::ActionRole);
         second->setObjectName(QStringLiteral("secondButton"));
         // Escape, whatever key the alert asks for: the toolkit's boxes know no other.
         setEscapeButton(second);
