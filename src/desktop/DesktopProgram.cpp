@@ -117,7 +117,12 @@ ApplicationPorts DesktopProgram::applicationPorts() {
         drives_ = drives.get();
         return drives;
     };
-    graphics_ = makeGraphics(options_, system_.dispatch, system_.systemLog);
+    // The sensors of the GPU are held at what was read last: that is not to be from before a sleep.
+    const auto checkAtOnce = [this] {
+        if (checkAfterSleep_) checkAfterSleep_->check();
+    };
+    graphics_ = makeGraphics(options_, system_.dispatch, system_.systemLog,
+                             [this, checkAtOnce] { system_.dispatch.mainQueue().async(checkAtOnce); });
     if (graphics_) ports.gpuSwitcher = &graphics_->switcher();
     if (graphics_) ports.gpuNames = &graphics_->switcher();
     ports.offerToMoveToApplicationsFolder = offerToMove();

@@ -11,10 +11,11 @@ Graphics::Graphics(std::string sys, LinuxDisplaysOptions watching, Dispatch& dis
       // Without a keys file, that is: with one there are no graphics at all.
       switcher_({control_, displays_, dispatch, systemLog, {}}) {}
 
-std::unique_ptr<Graphics> makeGraphics(const SourceOptions& options, Dispatch& dispatch,
-                                       SystemLog& systemLog) {
+std::unique_ptr<Graphics> makeGraphics(const SourceOptions& options, Dispatch& dispatch, SystemLog& systemLog,
+                                       std::function<void()> machineHasSlept) {
     if (options.keysFile || options.simulationSeed) return nullptr;
     LinuxDisplaysOptions watching;
+    watching.machineHasSlept = std::move(machineHasSlept);
     if (options.sys) {
         // What happens to this machine is nothing to a recorded one.
         watching.listen = nullptr;

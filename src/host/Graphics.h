@@ -5,6 +5,7 @@
 #include "platform/linux/LinuxDisplays.h"
 #include "platform/linux/LinuxGraphicsControl.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -30,8 +31,9 @@ class Graphics {
 };
 
 /// The graphics of the source that the options name: this machine's, or those of a recorded tree; null where
-/// the source has none (a keys file, the simulation).
+/// the source has none (a keys file, the simulation). `machineHasSlept` is as in LinuxDisplaysOptions.
 [[nodiscard]] std::unique_ptr<Graphics> makeGraphics(const SourceOptions& options, Dispatch& dispatch,
-                                                     SystemLog& systemLog);
+                                                     SystemLog& systemLog,
+                                                     std::function<void()> machineHasSlept = {});
 
 }  // namespace calorivo

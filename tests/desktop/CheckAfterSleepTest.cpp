@@ -85,6 +85,17 @@ TEST_F(CheckAfterSleepTest, ChecksOnceHoweverOftenItIsTold) {
     EXPECT_EQ(shown(), oneCheck);
 }
 
+TEST_F(CheckAfterSleepTest, ChecksOnceWhoeverTellsFirst) {
+    static_cast<void>(shown());
+    sleep(1h);
+    checkAfterSleep->check();
+    machine.dispatch.run();
+    EXPECT_EQ(shown(), oneCheck);
+    wake();
+    checkAfterSleep->check();
+    EXPECT_EQ(shown(), nothing);
+}
+
 TEST_F(CheckAfterSleepTest, DoesNotCheckAfterASleepThatCameToNothing) {
     static_cast<void>(shown());
     wake();

@@ -5,8 +5,12 @@
 
 namespace calorivo {
 
-DisplayWatch::DisplayWatch(GraphicsReader& reader, MachineClocks::Clock asleep)
-    : reader_(reader), sleep_(std::move(asleep)), known_(reader.read()) {}
+DisplayWatch::DisplayWatch(GraphicsReader& reader, MachineClocks::Clock asleep,
+                           std::function<void()> machineHasSlept)
+    : reader_(reader),
+      sleep_(std::move(asleep)),
+      machineHasSlept_(std::move(machineHasSlept)),
+      known_(reader.read()) {}
 
 void DisplayWatch::look(const CoreGraphics::ReconfigurationCallback& callback) {
     const bool hasSlept = sleep_.hasSlept();
@@ -15,6 +19,7 @@ void DisplayWatch::look(const CoreGraphics::ReconfigurationCallback& callback) {
     // Both lists are sorted.
     const bool isPluggedIn = !std::ranges::includes(before.displays, known_.displays);
 
+    if (hasSlept && machineHasSlept_) machineHasSlept_();
     if (hasSlept || isOther) callback(displayNumber::builtIn, kCGDisplaySetModeFlag);
     if (isPluggedIn) callback(displayNumber::external, kCGDisplayAddFlag | kCGDisplaySetModeFlag);
 }

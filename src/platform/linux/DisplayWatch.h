@@ -4,6 +4,8 @@
 #include "platform/linux/GraphicsReader.h"
 #include "platform/linux/SleepWatch.h"
 
+#include <functional>
+
 namespace calorivo {
 
 /// The numbers of the displays: all that are not built in share one.
@@ -15,8 +17,10 @@ inline constexpr CGDirectDisplayID external = 2;
 /// Tells of what has changed with the graphics since it last looked. One thread at a time.
 class DisplayWatch {
   public:
-    /// What is now, is known. `reader` must outlive it.
-    explicit DisplayWatch(GraphicsReader& reader, MachineClocks::Clock asleep = timeAsleep);
+    /// What is now, is known. `reader` must outlive it. `machineHasSlept` is called after each sleep of the
+    /// machine, before anything else is told; it may be empty.
+    explicit DisplayWatch(GraphicsReader& reader, MachineClocks::Clock asleep = timeAsleep,
+                          std::function<void()> machineHasSlept = {});
 
     /// Calls back once when the graphics processor in use is another one, when a discrete one fell asleep or
     /// awoke, or when the machine has slept, after which GPU sensors give nonsense as well; and once for
@@ -26,6 +30,7 @@ class DisplayWatch {
   private:
     GraphicsReader& reader_;
     SleepWatch sleep_;
+    const std::function<void()> machineHasSlept_;
     GraphicsState known_;
 };
 

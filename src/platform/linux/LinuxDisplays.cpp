@@ -20,7 +20,7 @@ class Watching {
   public:
     Watching(GraphicsReader& reader, const LinuxDisplaysOptions& options,
              CoreGraphics::ReconfigurationCallback callback)
-        : watch_(reader, options.asleep),
+        : watch_(reader, options.asleep, options.machineHasSlept),
           events_(options.listen ? options.listen() : KernelEvents()),
           period_(options.period),
           callback_(std::move(callback)),

@@ -15,6 +15,9 @@ struct LinuxDisplaysOptions {
     /// Called once for each registration; empty: no events, only the period.
     std::function<KernelEvents()> listen = KernelEvents::listen;
     MachineClocks::Clock asleep = timeAsleep;
+    /// Called on the watching thread when the machine has slept, before anything else is told: when the
+    /// sensors of the GPU are held afterwards, they are held at what is read now. May be empty.
+    std::function<void()> machineHasSlept{};
     /// How often it is looked without an event: a change of the graphics processor sends none by itself.
     std::chrono::milliseconds period = std::chrono::seconds(2);
 };

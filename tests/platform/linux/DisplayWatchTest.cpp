@@ -42,6 +42,21 @@ class DisplayWatchTest : public testing::Test {
     }();
 };
 
+TEST_F(DisplayWatchTest, TellsOfASleepFirstWhoeverWasNamedForIt) {
+    std::vector<std::string> told;
+    DisplayWatch named(
+        reader, [this] { return asleep; }, [&] { told.emplace_back("slept"); });
+    const auto lookWithIt = [&] { named.look([&](auto...) { told.emplace_back("changed"); }); };
+    lookWithIt();
+    EXPECT_EQ(told, std::vector<std::string>{});
+    tree.power(discrete, "active");
+    lookWithIt();
+    EXPECT_EQ(told, std::vector<std::string>{"changed"});
+    asleep += 1min;
+    lookWithIt();
+    EXPECT_EQ(told, (std::vector<std::string>{"changed", "slept", "changed"}));
+}
+
 TEST_F(DisplayWatchTest, TellsNothingWhenNothingChanged) {
     EXPECT_EQ(look(), Calls{});
     EXPECT_EQ(look(), Calls{});
