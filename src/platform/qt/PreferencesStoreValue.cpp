@@ -27,7 +27,7 @@ std::string fractionText(double number) {
     return text;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string out = "\"";
     while (!text.empty()) {
         const Utf8Character next = firstCharacter(text);
@@ -113,7 +113,7 @@ std::string preferenceText(const Value& value) {
     if (value == Value(value.intValue())) return value.stringValue();
     if (value.isNumber()) return fractionText(value.doubleValue());
     if (value == Value(value.dataValue())) return dataText(value.dataValue());
-    return quoted(value.stringValue());
+    return inQuotes(value.stringValue());
 }
 
 std::optional<Value> preferenceValue(std::string_view text) {
