@@ -11,26 +11,8 @@ namespace calorivo {
 
 namespace {
 
-namespace selector {
-constexpr std::uint32_t open = 0;
-constexpr std::uint32_t close = 1;
-constexpr std::uint32_t setMuxState = 2;
-constexpr std::uint32_t getMuxState = 3;
-}  // namespace selector
-
-/// The first number of every request about a state.
-constexpr std::uint64_t switchNumber = 1;
-
-namespace state {
-constexpr std::uint64_t dynamicSwitchingDisabled = 0;
-constexpr std::uint64_t dynamicSwitchingEnabled = 1;
-constexpr std::uint64_t forceSwitch = 2;
-/// Not 0 when the system switches by itself.
-constexpr std::uint64_t dynamicSwitching = 4;
-constexpr std::uint64_t switchPolicy = 5;
-/// Not 0 when the integrated GPU drives the displays.
-constexpr std::uint64_t graphicsSelection = 7;
-}  // namespace state
+namespace selector = graphics_switch::selector;
+namespace state = graphics_switch::state;
 
 constexpr std::uint64_t oldStylePolicy = 2;
 constexpr std::chrono::seconds policySettles(1);
@@ -88,7 +70,7 @@ void GSMux::switcherClose() {
 }
 
 std::uint64_t GSMux::getMuxState(std::uint64_t state) {
-    const std::array<std::uint64_t, 2> input{switchNumber, state};
+    const std::array<std::uint64_t, 2> input{graphics_switch::number, state};
     std::uint64_t value = 0;
     std::uint32_t outputCount = 1;
     const kern_return_t result = parts_.control.IOConnectCallScalarMethod(connection_, selector::getMuxState,
@@ -103,7 +85,7 @@ std::uint64_t GSMux::getMuxState(std::uint64_t state) {
 }
 
 void GSMux::setMuxState(std::uint64_t state, std::uint64_t value) {
-    const std::array<std::uint64_t, 3> input{switchNumber, state, value};
+    const std::array<std::uint64_t, 3> input{graphics_switch::number, state, value};
     std::uint32_t outputCount = 0;
     const kern_return_t result = parts_.control.IOConnectCallScalarMethod(connection_, selector::setMuxState,
                                                                           input, nullptr, outputCount);

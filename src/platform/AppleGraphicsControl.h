@@ -1,12 +1,11 @@
 #pragma once
 
-#include "platform/IOKit.h"
+#include "platform/IOServices.h"
 
 #include <cstdint>
 #include <map>
 #include <span>
 #include <string>
-#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -16,30 +15,34 @@ namespace calorivo {
 using RegistryProperties =
     std::map<std::string, std::variant<std::string, std::vector<std::uint8_t>>, std::less<>>;
 
+/// The requests that the driver of the switch takes.
+namespace graphics_switch {
+namespace selector {
+inline constexpr std::uint32_t open = 0;
+inline constexpr std::uint32_t close = 1;
+inline constexpr std::uint32_t setMuxState = 2;
+inline constexpr std::uint32_t getMuxState = 3;
+}  // namespace selector
+
+/// The first number of every request about a state.
+inline constexpr std::uint64_t number = 1;
+
+namespace state {
+inline constexpr std::uint64_t dynamicSwitchingDisabled = 0;
+inline constexpr std::uint64_t dynamicSwitchingEnabled = 1;
+inline constexpr std::uint64_t forceSwitch = 2;
+/// Not 0 when the system switches by itself.
+inline constexpr std::uint64_t dynamicSwitching = 4;
+inline constexpr std::uint64_t switchPolicy = 5;
+/// Not 0 when the integrated GPU drives the displays.
+inline constexpr std::uint64_t graphicsSelection = 7;
+}  // namespace state
+}  // namespace graphics_switch
+
 /// The platform's driver of the switch between two graphics processors ("AppleGraphicsControl"), and its
 /// registry of the PCI devices ("IOPCIDevice"). Any thread, several at once.
-class AppleGraphicsControl {
+class AppleGraphicsControl : public IOServices {
   public:
-    AppleGraphicsControl() = default;
-    AppleGraphicsControl(const AppleGraphicsControl&) = delete;
-    AppleGraphicsControl& operator=(const AppleGraphicsControl&) = delete;
-    virtual ~AppleGraphicsControl() = default;
-
-    [[nodiscard]] virtual MatchingDictionary IOServiceMatching(std::string_view className) const {
-        return {std::string(className)};
-    }
-    /// Success with an empty iterator when nothing matches.
-    virtual kern_return_t IOServiceGetMatchingServices(mach_port_t masterPort,
-                                                       const MatchingDictionary& matching,
-                                                       io_iterator_t& services) = 0;
-    /// 0 when there is no further object.
-    [[nodiscard]] virtual io_object_t IOIteratorNext(io_iterator_t iterator) = 0;
-    virtual kern_return_t IOObjectRelease(io_object_t object) = 0;
-    [[nodiscard]] virtual task_port_t machTaskSelf() const = 0;
-    /// Leaves `connection` alone when it fails.
-    virtual kern_return_t IOServiceOpen(io_service_t service, task_port_t owningTask, std::uint32_t type,
-                                        io_connect_t& connection) = 0;
-    virtual kern_return_t IOServiceClose(io_connect_t connection) = 0;
     /// One request of 64-bit numbers. `outputCount` holds the room at `output`, and receives how many were
     /// written there.
     virtual kern_return_t IOConnectCallScalarMethod(io_connect_t connection, std::uint32_t selector,

@@ -161,6 +161,17 @@ TEST(GSGPU, AsksForTheGPUOnlyWhenTheSwitchHasSettled) {
                                   "Notification: GPU changed. Integrated? 0"}));
 }
 
+TEST(GSGPU, TakesTheDiscreteGPUWhenTheSwitchDoesNotAnswer) {
+    Graphics g;
+    const Observation observation = g.observe();
+    g.control.selectors[3] = io_return::error;
+    g.displays.reconfigure(FakeDisplays::builtIn, 8);
+    g.dispatch.advance(1s);
+    EXPECT_EQ(g.changes, (std::vector<Change>{{1, Moment(500ms)}}));
+    EXPECT_EQ(g.log.lines,
+              (Lines{"getMuxState returned 0xe00002bc.", "Notification: GPU changed. Integrated? 0"}));
+}
+
 TEST(GSGPU, NotifiesBySetModeAloneAndSaysWhenADisplayIsNotBuiltIn) {
     struct Row {
         CGDirectDisplayID display;

@@ -37,6 +37,7 @@ TEST(GSMux, OpensTheFirstDriver) {
     EXPECT_TRUE(s.mux.switcherOpen());
     EXPECT_EQ(s.log.lines, (Lines{"Driver connection opened."}));
     EXPECT_EQ(s.control.requests, (Lines{"0:"}));
+    EXPECT_EQ(s.control.opened, 2U) << "of two";
     EXPECT_EQ(s.control.connections.size(), 1U);
     EXPECT_TRUE(s.control.objects.empty());
 }

@@ -49,6 +49,7 @@ kern_return_t FakeGraphicsControl::IOServiceOpen(io_service_t service, task_port
         return io_return::badArgument;
     connection = ++lastConnection_;
     connections.insert(connection);
+    opened = service;
     return io_return::success;
 }
 

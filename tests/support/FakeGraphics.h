@@ -40,6 +40,8 @@ class FakeGraphicsControl final : public AppleGraphicsControl {
     /// Each request as "selector: inputs".
     std::vector<std::string> requests;
     int searches = 0;
+    /// The service that was opened last. Objects are numbered from 1 on, an iterator before its services.
+    io_service_t opened = 0;
     /// Services and iterators that were not given back, and connections that are open.
     std::set<io_object_t> objects;
     std::set<io_connect_t> connections;

@@ -9,20 +9,8 @@ namespace calorivo {
 
 namespace {
 
-namespace selector {
-constexpr std::uint32_t open = 0;
-constexpr std::uint32_t close = 1;
-constexpr std::uint32_t setState = 2;
-constexpr std::uint32_t getState = 3;
-}  // namespace selector
-
-constexpr std::uint64_t switchNumber = 1;
-
-namespace state {
-constexpr std::uint64_t dynamicSwitching = 4;
-constexpr std::uint64_t switchPolicy = 5;
-constexpr std::uint64_t graphicsSelection = 7;
-}  // namespace state
+namespace selector = graphics_switch::selector;
+namespace state = graphics_switch::state;
 
 /// A text as the registry holds it in bytes: with a NUL at its end.
 std::vector<std::uint8_t> registryBytes(const std::string& text) {
@@ -102,9 +90,9 @@ kern_return_t LinuxGraphicsControl::IOConnectCallScalarMethod(io_connect_t conne
         case selector::close:
             outputCount = 0;
             return io_return::success;
-        case selector::setState:
+        case selector::setMuxState:
             return io_return::notPermitted;
-        case selector::getState:
+        case selector::getMuxState:
             return getState(input, output, outputCount);
         default:
             return io_return::unsupported;
@@ -113,7 +101,7 @@ kern_return_t LinuxGraphicsControl::IOConnectCallScalarMethod(io_connect_t conne
 
 kern_return_t LinuxGraphicsControl::getState(std::span<const std::uint64_t> input, std::uint64_t* output,
                                              std::uint32_t& outputCount) {
-    if (input.size() != 2 || input[0] != switchNumber || output == nullptr || outputCount < 1)
+    if (input.size() != 2 || input[0] != graphics_switch::number || output == nullptr || outputCount < 1)
         return io_return::badArgument;
     switch (input[1]) {
         case state::dynamicSwitching:
