@@ -26,10 +26,12 @@ std::optional<AtaRegisters> registersInSense(std::span<const std::uint8_t> sense
     constexpr std::uint8_t descriptorFormat = 0x72;
     constexpr std::uint8_t ataDescriptor = 0x09;
     constexpr std::size_t header = 8;
-    constexpr std::size_t fixedSize = 12;
+    constexpr std::size_t fixedSize = 14;
     if (sense.size() < header) return std::nullopt;
     const std::uint8_t format = sense[0] & 0x7FU;
-    if (format == fixedFormat && sense.size() >= fixedSize)
+    // Only under the code that says so these bytes are registers: in a refusal they mean something else, and
+    // would be taken for a disk in standby.
+    if (format == fixedFormat && sense.size() >= fixedSize && sense[12] == 0x00 && sense[13] == 0x1D)
         return AtaRegisters{.error = sense[3],
                             .count = sense[6],
                             .lbaLow = sense[9],

@@ -121,13 +121,15 @@ void AtaSmartDrives::take(ListedDrive& drive, const DriveAnswer& answer) {
     const bool isGivenUp =
         answer.state == DriveAnswer::State::hung || answer.state == DriveAnswer::State::failed;
     if (isGivenUp) remembered_.erase(identity);
-    if (answer.state == DriveAnswer::State::read && !answer.reading.isAsleep)
-        remembered_[identity] = answer.reading;
-    if (const auto last = remembered_.find(identity); last != remembered_.end())
+    const bool isRead = answer.state == DriveAnswer::State::read;
+    if (isRead && !answer.reading.isAsleep) remembered_[identity] = answer.reading;
+    if (const auto last = remembered_.find(identity); last != remembered_.end()) {
+        // One that is late now was asleep or awake as it was last.
+        if (isRead) last->second.isAsleep = answer.reading.isAsleep;
         shown = last->second;
-    else
+    } else {
         shown = answer.reading;
-    shown.isAsleep = answer.reading.isAsleep;
+    }
     if (shown.hasIdentify) return;
     // Also one that does not answer should be called by its name.
     const auto identify = identifyDrive(drive.located.name, sys_);

@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdint>
+#include <span>
+#include <utility>
 #include <vector>
 
 namespace calorivo {
@@ -35,7 +39,7 @@ TEST(AtaCommand, IsAnsweredInALaterDescriptorToo) {
 }
 
 TEST(AtaCommand, IsAnsweredInSenseDataOfTheFixedFormat) {
-    const std::vector<std::uint8_t> sense{0xF0, 0, 0, 0x04, 0x51, 0xA0, 0x40, 10, 0, 7, 8, 9};
+    const std::vector<std::uint8_t> sense{0xF0, 0, 0, 0x04, 0x51, 0xA0, 0x40, 10, 0, 7, 8, 9, 0, 0x1D};
     const AtaRegisters expected{0x04, 0x40, 7, 8, 9, 0xA0, 0x51};
     EXPECT_EQ(registersInSense(sense), expected);
 }
@@ -48,7 +52,20 @@ TEST(AtaCommand, HasNoAnswerInOtherSenseData) {
     EXPECT_NE(registersInSense(whole), std::nullopt);
     EXPECT_EQ(registersInSense(std::vector<std::uint8_t>{0x72, 5, 0x20, 0, 0, 0, 0, 0}), std::nullopt);
     EXPECT_EQ(registersInSense(std::vector<std::uint8_t>(64, 0)), std::nullopt);
-    EXPECT_EQ(registersInSense(std::vector<std::uint8_t>{0x70, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}), std::nullopt);
+}
+
+TEST(AtaCommand, HasNoAnswerInARefusalOfTheFixedFormat) {
+    // Answered; then by one that does not know the command, one that was just reset, and one that gave it up.
+    std::vector<std::uint8_t> sense{0x70, 0, 1, 0, 0, 0, 0, 10, 0, 0, 0, 0, 0x00, 0x1D, 0, 0, 0, 0};
+    EXPECT_NE(registersInSense(sense), std::nullopt);
+    for (std::size_t size = 0; size < 14; ++size)
+        EXPECT_EQ(registersInSense(std::span(sense).first(size)), std::nullopt) << size;
+    for (const auto& [key, code] : {std::pair{5, 0x20}, {6, 0x29}, {0xB, 0x00}}) {
+        sense[2] = static_cast<std::uint8_t>(key);
+        sense[12] = static_cast<std::uint8_t>(code);
+        sense[13] = 0;
+        EXPECT_EQ(registersInSense(sense), std::nullopt) << key;
+    }
 }
 
 TEST(AtaCommand, FailsWhenTheStatusSaysErrorOrFault) {

@@ -194,6 +194,10 @@ TEST_F(AtaSmartDrivesTest, KeepsTheLastValueOfADriveThatFallsAsleep) {
         EXPECT_EQ(matching(), Texts{"A1 38"});
         EXPECT_TRUE(drives->statuses().at(0).reading.isAsleep);
     }
+    readers->states["sda"] = State::late;
+    EXPECT_EQ(matching(), Texts{"A1 38"});
+    EXPECT_TRUE(drives->statuses().at(0).reading.isAsleep) << "late, and not known to be awake";
+    readers->states.clear();
     tree.file(first.device() + "/power/runtime_status", "active\n");
     EXPECT_EQ(matching(), Texts{"A1 99"});
     EXPECT_FALSE(drives->statuses().at(0).reading.isAsleep);
