@@ -12,7 +12,7 @@ struct DriveExplanation {
     std::string source;
     /// It sleeps and was not woken: its temperature is the one before it fell asleep.
     bool isAsleep = false;
-    /// Why there is no temperature; empty where there is one.
+    /// Why none is shown; empty where one is.
     std::string trouble;
 };
 

@@ -14,7 +14,7 @@ namespace {
 
 /// What there is to say beside the temperature.
 std::string noteOf(const DriveDetails& drive) {
-    if (drive.isAsleep && drive.celsius) return "asleep, before it fell asleep";
+    if (drive.isAsleep && drive.trouble.empty()) return "asleep, before it fell asleep";
     return drive.trouble;
 }
 
@@ -90,7 +90,7 @@ std::string driveExplanationText(const DriveRow& drive) {
                                     : "It sleeps and was not woken.");
     appendField(text, "area", details.isListed ? "Hard Drive" : "");
     if (details.isListed)
-        appendField(text, "shown", details.celsius ? "yes" : "yes, as N/A: " + details.trouble);
+        appendField(text, "shown", details.trouble.empty() ? "yes" : "yes, as N/A: " + details.trouble);
     else
         appendField(text, "shown", "no: " + details.trouble);
     return text;

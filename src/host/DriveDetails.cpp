@@ -2,10 +2,12 @@
 
 #include "monitor/AtaIdentify.h"
 #include "monitor/SmartData.h"
+#include "platform/Format.h"
 #include "platform/linux/AtaSmartDrives.h"
 #include "platform/linux/DriveBlocks.h"
 #include "platform/linux/DriveScan.h"
 #include "platform/linux/SmallFile.h"
+#include "sensors/SensorRules.h"
 #include "sensors/SmartInfo.h"
 
 #include <cerrno>
@@ -92,12 +94,15 @@ std::optional<DriveDetails> detailsOf(const DriveStatus& status) {
         details.serial = trimmed(dictionary->serial);
     }
     details.celsius = celsiusIn(reading);
-    if (!details.celsius && !status.isSmartCapable) return std::nullopt;
+    // One that answered is listed, also when it was tried only because no other drive has a temperature.
+    if (!details.celsius && !status.isSmartCapable && reading.source == DriveSource::none)
+        return std::nullopt;
     details.isAsleep = reading.isAsleep;
-    if (details.celsius)
-        details.source = nameOf(reading.source);
-    else
+    if (details.celsius) details.source = nameOf(reading.source);
+    if (!details.celsius)
         details.trouble = troubleOf(status);
+    else if (!isTempValid(*details.celsius))
+        details.trouble = format("it tells %d °C, and only what is below 120 °C counts", *details.celsius);
     return details;
 }
 

@@ -15,7 +15,7 @@ struct DriveDetails {
     std::string serial;
     /// As the system calls it: "sda".
     std::string device;
-    /// °C; none when the drive has told none.
+    /// °C, above 0; none when the drive has told none.
     std::optional<std::int32_t> celsius;
     /// Where the temperature came from: "drivetemp", "nvme", "smart", "nvme log" or "udisks2"; empty without
     /// one.
@@ -24,7 +24,7 @@ struct DriveDetails {
     bool isAsleep = false;
     /// It is in the list of drives. One that refuses SMART is there without a temperature.
     bool isListed = false;
-    /// Why there is no temperature; empty when there is one.
+    /// Why none is shown; empty where one is.
     std::string trouble;
     friend bool operator==(const DriveDetails&, const DriveDetails&) = default;
 };

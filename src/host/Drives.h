@@ -19,9 +19,11 @@ class Drives : public SmartController {
 };
 
 /// The drives of the source that the options name: this machine's, or those of a recorded tree; null where
-/// the source has none (a keys file, the simulation). An update takes at most `patience`, and destroying it
-/// never waits, whatever a drive does. `reader` is the program that reads drives for this one, in a process
-/// of its own: any whose main() begins with runAsDriveReader(); see driveReaderProgram().
+/// the source has none (a keys file, the simulation). An update takes at most twice `patience` (a second
+/// round is for the disks that are only tried where no other has a temperature), the double over a sleep of
+/// the machine, and destroying it never waits, whatever a drive does. `reader` is the program that reads
+/// drives for this one, in a process of its own: any whose main() begins with runAsDriveReader(); see
+/// driveReaderProgram().
 [[nodiscard]] std::unique_ptr<Drives> makeDrives(
     const SourceOptions& options, const std::string& reader,
     std::chrono::nanoseconds patience = std::chrono::milliseconds(500));

@@ -213,6 +213,15 @@ TEST(DrivesText, ExplainsADriveThatIsNotShownOrNotRead) {
               "  note     It sleeps and was not woken: the reading is an earlier one.\n"
               "  area     Hard Drive\n"
               "  shown    yes\n");
+    DriveRow tooHot = rowOf(130, false, true, "it tells 130 °C");
+    tooHot.text = "N/A";
+    EXPECT_EQ(driveExplanationText(tooHot),
+              "Disk (A1)\n\n"
+              "  device   sda\n"
+              "  source   smart: the drive's SMART data\n"
+              "  reading  130 °C: shown as N/A\n"
+              "  area     Hard Drive\n"
+              "  shown    yes, as N/A: it tells 130 °C\n");
     EXPECT_EQ(driveExplanationText(rowOf({}, true, false, "it sleeps")),
               "Disk (A1)\n\n"
               "  device   sda\n"

@@ -27,10 +27,10 @@ DriveReading untold(int error, DriveSource failed = DriveSource::none) {
     return reading;
 }
 
-DriveReading told(DriveSource source) {
+DriveReading told(DriveSource source, std::uint8_t celsius = 38) {
     DriveReading reading = untold(0);
     reading.source = source;
-    reading.smart = temperatureBlock(38);
+    reading.smart = temperatureBlock(celsius);
     reading.isSwitchedOn = reading.hasStatus = reading.hasData = true;
     return reading;
 }
@@ -75,6 +75,23 @@ TEST(DriveDetails, SayWhenSMARTIsOff) {
     DriveReading off = untold(0);
     off.source = DriveSource::udisks;
     EXPECT_EQ(troubleOf(statusOf(off)), "its SMART is switched off");
+}
+
+TEST(DriveDetails, SayWhyATemperatureThatWasToldIsNotShown) {
+    EXPECT_EQ(detailsOf(statusOf(told(DriveSource::smart, 119)))->trouble, "");
+    const auto details = detailsOf(statusOf(told(DriveSource::smart, 120)));
+    EXPECT_EQ(details->trouble, "it tells 120 °C, and only what is below 120 °C counts");
+    EXPECT_EQ(details->celsius, 120);
+    EXPECT_EQ(details->source, "smart");
+}
+
+TEST(DriveDetails, AreThereForADiskThatWasTriedLastAndHasItsSMARTOff) {
+    DriveReading off = untold(0);
+    off.source = DriveSource::smart;
+    const auto details = detailsOf({"sda", false, State::read, off});
+    ASSERT_TRUE(details);
+    EXPECT_EQ(details->trouble, "its SMART is switched off");
+    EXPECT_EQ(detailsOf({"sda", false, State::read, untold(0)}), std::nullopt);
 }
 
 TEST(DriveDetails, SayHowTheReadingWent) {
