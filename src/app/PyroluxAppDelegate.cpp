@@ -17,7 +17,7 @@ PyroluxAppDelegate::PyroluxAppDelegate(const Platform& platform, const Interface
       naming_(lists_, ports_.gpuNames != nullptr ? *ports_.gpuNames : noGPUNames_),
       reader_(lists_, preferences_, gpu_, configuration_.retainingGPUModel),
       fans_(lists_, platform_.userDefaults),
-      drives_(smartInfo_, ports_.makeSmartController),
+      drives_(smartInfo_, ports_.makeSmartController, [this] { return preferences_.checkDriveTemps.get(); }),
       sourceList_(lists_, smartInfo_, preferences_.checkDriveTemps,
                   [this] { interface_.cpuTableView.reloadData(); }),
       discovery_(lists_, naming_, platform_.fileManager, configuration_.modelTables),

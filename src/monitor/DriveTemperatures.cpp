@@ -15,6 +15,9 @@ void DriveTemperatures::createSmartController() {
 void DriveTemperatures::getDiskTemps() {
     const std::lock_guard lock(reading_);
     if (smartController_ == nullptr) return;
+    // Asked under the lock: a check that was on its way as the drives were switched off must not fill the
+    // list after it was cleared.
+    if (isWanted_ && !isWanted_()) return;
     smartController_->update();
     smartInfo_.assign(smartController_->allDisks());
 }

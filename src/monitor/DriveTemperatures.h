@@ -37,19 +37,21 @@ using MakeSmartController = std::function<std::unique_ptr<SmartController>()>;
 class DriveTemperatures final : public CycleDrives {
   public:
     /// `smartInfo` must outlive this object. Without `makeController`, or when it gives none, there are no
-    /// drives.
-    DriveTemperatures(SmartInfo& smartInfo, MakeSmartController makeController)
-        : smartInfo_(smartInfo), makeController_(std::move(makeController)) {}
+    /// drives. `isWanted` is asked at each reading, on its thread; always wanted without it.
+    DriveTemperatures(SmartInfo& smartInfo, MakeSmartController makeController,
+                      std::function<bool()> isWanted = {})
+        : smartInfo_(smartInfo), makeController_(std::move(makeController)), isWanted_(std::move(isWanted)) {}
 
     /// Does nothing the second time.
     void createSmartController();
-    /// Replaces the list by what is read now. Who comes while drives are being read waits.
+    /// Replaces the list by what is read now, if that is wanted. Who comes while drives are being read waits.
     void getDiskTemps() override;
     [[nodiscard]] std::vector<float> driveTemperatures() override;
 
   private:
     SmartInfo& smartInfo_;
     MakeSmartController makeController_;
+    const std::function<bool()> isWanted_;
     std::mutex reading_;
     std::unique_ptr<SmartController> smartController_;
 };

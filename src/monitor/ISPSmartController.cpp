@@ -102,6 +102,7 @@ std::string wholeDiskName(std::string_view bsdName) {
     constexpr std::string_view prefix = "disk";
     if (!bsdName.starts_with(prefix)) return {};
     const std::string_view number = bsdName.substr(prefix.size());
+    if (number.empty() || number.front() < '0' || number.front() > '9') return {};
     return format("disk%@", number.substr(0, number.find('s')));
 }
 

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <thread>
 #include <utility>
+#include <vector>
 
 namespace calorivo {
 namespace {
@@ -41,6 +44,40 @@ TEST(DriveTemperatures, ReplacesTheListAtEachReading) {
     EXPECT_EQ(drives.driveTemperatures(), (std::vector{37.0F, 51.0F}));
     drives.getDiskTemps();
     EXPECT_EQ(smartInfo.drives(), (std::vector{other}));
+}
+
+TEST(DriveTemperatures, ReadsNothingThatIsNotWanted) {
+    SmartInfo smartInfo;
+    bool isWanted = false;
+    DriveTemperatures drives(
+        smartInfo,
+        [] { return std::make_unique<FakeController>(std::vector<std::vector<DriveDictionary>>{{disk}}); },
+        [&isWanted] { return isWanted; });
+    drives.createSmartController();
+    drives.getDiskTemps();
+    EXPECT_TRUE(smartInfo.drives().empty());
+    isWanted = true;
+    drives.getDiskTemps();
+    EXPECT_EQ(smartInfo.drives(), std::vector{disk}) << "the first update";
+}
+
+TEST(DriveTemperatures, AreReadOnOneThreadAndShownOnAnother) {
+    constexpr std::size_t readings = 500;
+    SmartInfo smartInfo;
+    DriveTemperatures drives(smartInfo, [] {
+        return std::make_unique<FakeController>(
+            std::vector<std::vector<DriveDictionary>>(readings, {disk, other}));
+    });
+    drives.createSmartController();
+    std::thread reader([&] {
+        for (std::size_t i = 0; i < readings; ++i) drives.getDiskTemps();
+    });
+    for (std::size_t i = 0; i < readings; ++i) {
+        const std::size_t count = smartInfo.drives().size();
+        EXPECT_TRUE(count == 0 || count == 2) << count << ": never half a list";
+        smartInfo.clear();
+    }
+    reader.join();
 }
 
 TEST(DriveTemperatures, LeavesTheListAloneWithoutAController) {

@@ -271,13 +271,17 @@ struct FakeVolumes final : MountedVolumes {
 TEST(ISPSmartController, MapsVolumesToWholeDisks) {
     FakeAtaSmart ataSmart;
     FakeVolumes volumes;
-    volumes.volumes = {{"/", "disk0s2", "System"},       {"/Volumes/Data", "disk1s2", "Data"},
-                       {"/Volumes/Back", "disk12", "B"}, {"/Volumes/More", "disk1s3s1", "More"},
-                       {"/Volumes/Net", "", "Net"},      {"/Volumes", "disk3s1", "no volume"}};
+    volumes.volumes = {{"/", "disk0s2", "System"},
+                       {"/Volumes/Data", "disk1s2", "Data"},
+                       {"/Volumes/Back", "disk12", "B"},
+                       {"/Volumes/More", "disk1s3s1", "More"},
+                       {"/Volumes/Net", "", "Net"},
+                       {"/Volumes", "disk3s1", "no volume"},
+                       {"/net/Volumes/Far", "disk4s1", "Far"}};
     ISPSmartController controller(ataSmart, &volumes);
     controller.getPartitions();
-    const std::map<std::string, std::vector<std::string>> expected{{"disk1", {"Data", "More"}},
-                                                                   {"disk12", {"B"}}};
+    const std::map<std::string, std::vector<std::string>> expected{
+        {"disk1", {"Data", "More"}}, {"disk12", {"B"}}, {"disk4", {"Far"}}};
     EXPECT_EQ(controller.partitionData, expected);
     volumes.volumes.clear();
     controller.getPartitions();
@@ -297,6 +301,8 @@ TEST(WholeDiskName, TakesTheSliceOff) {
     EXPECT_EQ(wholeDiskName("disk10s1"), "disk10");
     EXPECT_EQ(wholeDiskName("disk2s1s3"), "disk2");
     EXPECT_EQ(wholeDiskName("rdisk2"), "");
+    EXPECT_EQ(wholeDiskName("disk"), "");
+    EXPECT_EQ(wholeDiskName("diskette"), "");
     EXPECT_EQ(wholeDiskName(""), "");
 }
 
