@@ -90,6 +90,11 @@ double CheckCycle::readSensor(const PlannedSensor& sensor) {
     return parts_.reader.getTemperatureForSensor(sensor.key);
 }
 
+void CheckCycle::readGPUSensors() {
+    for (const SensorKey key : parts_.lists.gpuSensorNames.keys())
+        static_cast<void>(parts_.reader.getTemperatureForSensor(key));
+}
+
 void CheckCycle::showInCell(const PlannedSensor& sensor, double celsius) {
     // Looked up every time: a cell may be replaced between two checks.
     auto& cells = parts_.lists.sensorNameToCustomCellMap;

@@ -61,6 +61,8 @@ class CheckCycle {
     void setUpdateIntervalSecs(std::int32_t seconds);
     /// One check.
     void checkTimerFired();
+    /// Reads the sensors of the GPU even while they are held: from now on they are held at these values.
+    void readGPUSensors();
     /// Clears the recorded maxima; the next check raises them again.
     void resetMaxTempsClicked();
 

@@ -113,5 +113,29 @@ TEST_F(CheckAfterSleepTest, ItsAlertsAndItsRowAreOfTheTemperaturesAfterTheSleep)
     EXPECT_EQ(machine.log.lines, (std::vector<std::string>(2, "2024-03-05,14:07:09,30,ALERT:90,60,60")));
 }
 
+TEST_F(CheckAfterSleepTest, SensorsThatAreHeldWhileTheGPUsChangeOverAreHeldAtWhatTheyReadAfterTheSleep) {
+    machine.gpu("TG0D", 95).check();
+    machine.alerting(80, 200);
+    machine.gpuState.isOkToCheckGPUSensors = false;
+    sleep(1h);
+    machine.temperature("TC0D", 30).temperature("TG0D", 35);
+    wake();
+    EXPECT_EQ(machine.alerts.posted, std::vector<RecordedAlert>{});
+    EXPECT_EQ(machine.cell("TG0D").objectValue(), 35.0F);
+    machine.temperature("TG0D", 110);
+    machine.dispatch.advance(5s);
+    EXPECT_EQ(machine.cell("TG0D").objectValue(), 35.0F) << "they are still held";
+}
+
+TEST_F(CheckAfterSleepTest, TheyAreFromTheSecondCheckOnWhenTheTimerWasFaster) {
+    machine.gpu("TG0D", 95).check();
+    machine.gpuState.isOkToCheckGPUSensors = false;
+    machine.dispatch.advance(3s);
+    sleep(1h);
+    machine.temperature("TG0D", 35);
+    machine.dispatch.advance(7s);  // the tick at 5 s, and the next one
+    EXPECT_EQ(machine.cell("TG0D").objectValue(), 35.0F);
+}
+
 }  // namespace
 }  // namespace calorivo

@@ -30,7 +30,8 @@ void chooseIntegratedCards(std::vector<GraphicsCard>& cards);
 /// A machine whose graphics can change over: an integrated and a discrete one.
 [[nodiscard]] bool canSwitchGraphics(const std::vector<GraphicsCard>& cards);
 
-/// Whether the device works or is about to; false for one that sleeps, or that is gone. No device wakes.
+/// Whether the device works; false for one that sleeps, falls asleep, is just being woken, or is gone. No
+/// device wakes.
 [[nodiscard]] bool isCardAwake(const std::string& sys, const std::string& address);
 
 /// Whether the kernel puts the device to sleep whenever nobody uses it.

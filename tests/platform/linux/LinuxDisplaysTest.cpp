@@ -77,6 +77,23 @@ TEST_F(LinuxDisplaysTest, AnEventAboutGraphicsMakesItLook) {
     EXPECT_EQ(told.get_future().get(), kCGDisplaySetModeFlag);
 }
 
+TEST_F(LinuxDisplaysTest, ASleepOfTheMachineIsToldBeforeTheChange) {
+    LinuxDisplaysOptions options = eventsOnly();
+    std::atomic<int> asleep = 0;
+    bool hasSlept = false;  // the watching thread's own
+    std::promise<bool> told;
+    options.asleep = [&] { return std::chrono::seconds(asleep); };
+    options.machineHasSlept = [&] { hasSlept = true; };
+    LinuxDisplays displays(reader, options);
+    const Observation observation = displays.CGDisplayRegisterReconfigurationCallback(
+        [&](CGDirectDisplayID /*display*/, CGDisplayChangeSummaryFlags /*flags*/) {
+            told.set_value(hasSlept);
+        });
+    asleep = 10;
+    send("drm");
+    EXPECT_TRUE(told.get_future().get());
+}
+
 TEST_F(LinuxDisplaysTest, ThePeriodMakesItLookWithoutEvents) {
     LinuxDisplaysOptions options = eventsOnly();
     options.listen = nullptr;
