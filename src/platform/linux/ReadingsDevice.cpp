@@ -96,7 +96,7 @@ void ReadingsDevice::readItems() {
     for (const std::size_t i : chosen_) {
         const Reading last = results_[i];
         Reading& reading = results_[i];
-        const bool hasValue = last.wasRead && !last.isAsleep && last.error == 0 && last.at >= fullPassAt_;
+        const bool hasValue = last.wasRead && !last.isAsleep && last.at >= fullPassAt_;
         if (pass != Pass::keep || !hasValue) {
             reading = {};
             reading.wasRead = true;

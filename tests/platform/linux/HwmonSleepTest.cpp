@@ -179,6 +179,19 @@ TEST_F(GPUSleepTest, AnIdleGraphicsProcessorIsNotKeptAwakeByItsReadings) {
     EXPECT_TRUE(read().isAsleep);
 }
 
+TEST_F(GPUSleepTest, AnInputThatFailsDoesNotKeepAnIdleGraphicsProcessorAwake) {
+    tree.file(pci + "/power/control", "auto\n").file(pci + "/power/autosuspend_delay_ms", "5000\n");
+    describe();
+    clocks.pass(6s);
+    tree.file(chip + "/temp1_input", "");
+    EXPECT_EQ(read().error, EINVAL);
+    tree.file(chip + "/temp1_input", "52000\n");
+    clocks.pass(2s);
+    EXPECT_EQ(read().error, EINVAL) << "not tried again before it may have fallen asleep";
+    clocks.pass(4s);
+    EXPECT_EQ(read().value, 52000);
+}
+
 TEST_F(GPUSleepTest, AValueThatNobodyAskedForMeanwhileIsNotTakenForANewOne) {
     tree.temperature(chip, 2, "60000", "junction");
     tree.file(pci + "/power/control", "auto\n").file(pci + "/power/autosuspend_delay_ms", "5000\n");
