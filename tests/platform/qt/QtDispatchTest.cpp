@@ -1,6 +1,7 @@
 #include "platform/qt/QtDispatch.h"
 
 #include "platform/std/ThreadQueue.h"
+#include "support/MachineSleep.h"
 
 #include <gtest/gtest.h>
 
@@ -120,25 +121,10 @@ TEST_F(QtDispatchTest, DoesNotMakeUpForTicksThatCameLate) {
 }
 
 TEST_F(QtDispatchTest, ASleepOfTheMachineIsOneTickAndNoMore) {
-    constexpr milliseconds interval(10);
     std::chrono::nanoseconds asleep(0);
     QtDispatch sleeper({}, [&] { return dispatch.now() + asleep; });
-    std::vector<Moment> ticks;
-    std::unique_ptr<Timer> later;
-    const auto timer = sleeper.scheduleTimer(interval, Repeats::yes, [&] {
-        ticks.push_back(sleeper.now());
-        note('r');
-        if (ticks.size() == 2) {
-            asleep += std::chrono::hours(1);
-            later = sleeper.scheduleTimer(interval, Repeats::no, [this] { note('l'); });
-        }
-        if (ticks.size() == 5) loop.quit();
-    });
-    loop.exec();
-    ASSERT_EQ(ticks.size(), 5U);
-    EXPECT_GE(ticks[3] - ticks[2], interval) << "nothing is made up for";
-    EXPECT_GE(ticks[4] - ticks[3], interval);
-    EXPECT_EQ(log.substr(0, 3), "rrr") << "the first tick after it comes within one interval";
+    test::expectOneTickAfterASleep(
+        sleeper, asleep, [this] { loop.exec(); }, [this] { loop.quit(); });
 }
 
 TEST_F(QtDispatchTest, ADroppedTimerIsNotBegunAnyMore) {
