@@ -53,8 +53,8 @@ if(CMAKE_BUILD_TYPE STREQUAL "Release")
 endif()
 
 # Headers that nearly every file needs, read once a build where CALORIVO_PRECOMPILE is set: a whole build takes half of
-# the time. A developer's build goes without: a file that forgets an include does not compile there, and the compiler's
-# cache serves another clone as well.
+# the time. A developer's build goes without, and so does the code of a release: a file that forgets an include does not
+# compile there, and the compiler's cache serves another clone as well.
 set(calorivo_headers_plain
     <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory> <mutex> <optional> <set> <span>
     <string> <string_view> <utility> <variant> <vector>)
@@ -66,7 +66,7 @@ set(calorivo_headers_qt_tests ${calorivo_headers_qt} <QSignalSpy> <QTest> <gmock
 # calorivo_precompile(TARGET KIND [LIBRARIES...]): the target's files begin with the headers of the kind: plain, tests,
 # qt or qt_tests. The first target of a kind says which libraries these headers are from.
 function(calorivo_precompile target kind)
-    if(NOT CALORIVO_PRECOMPILE)
+    if(NOT CALORIVO_PRECOMPILE OR (CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT kind MATCHES "tests$"))
         return()
     endif()
     set(owner calorivo_precompiled_${kind})
