@@ -14,6 +14,8 @@ Machine::Machine() : cycle(parts({&log, &alerts, &display, &drives})) {
     smcOpen();
 }
 
+Machine::~Machine() = default;
+
 Machine& Machine::sensor(KeyList SensorLists::*area, SensorKey key, double celsius) {
     (lists.*area).append(key);
     lists.tempSensorNames.append(key);

@@ -40,6 +40,9 @@ struct CountingUserDefaults final : UserDefaults {
 /// two checks. Queues are virtual; hold one to force an order: `machine.dispatch.hold("log")`.
 struct Machine {
     Machine();
+    ~Machine();
+    Machine(const Machine&) = delete;
+    Machine& operator=(const Machine&) = delete;
 
     /// A new sensor of this area, with a fresh cell.
     Machine& sensor(KeyList SensorLists::*area, SensorKey key, double celsius);

@@ -255,6 +255,8 @@ bool RecordingGPUSwitcher::isUsingDiscreteGPU() {
 
 RecordingPlatform::RecordingPlatform() { sysCtl.set("hw.model", "Model1,2"); }
 
+RecordingPlatform::~RecordingPlatform() = default;
+
 Platform RecordingPlatform::platform() {
     return {.dispatch = dispatch,
             .ioKit = ioKit,

@@ -291,6 +291,9 @@ class RecordingGPUSwitcher final : public GPUSwitcher {
 /// with no sensors. The parts that may be left out are all there but drives and GPU names.
 struct RecordingPlatform {
     RecordingPlatform();
+    ~RecordingPlatform();
+    RecordingPlatform(const RecordingPlatform&) = delete;
+    RecordingPlatform& operator=(const RecordingPlatform&) = delete;
 
     [[nodiscard]] Platform platform();
     [[nodiscard]] Interface interface() { return {windows, controls, cpuTableView}; }
