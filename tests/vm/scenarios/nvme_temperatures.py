@@ -13,7 +13,7 @@ TEMPERATURES = {
     274: (1, "1°C", None),
     311: (38, "38°C", None),
     392: (119, "119°C", None),
-    393: (120, "N/A", None),
+    393: (120, "N/A", "it tells 120 °C, and only what is below 120 °C counts"),
     65535: NONE,
 }
 # What no thermometer measures is no reading of the kernel's; then only the log, which is root's, could tell.
